@@ -1,0 +1,104 @@
+// A registry hive ("regf" file) in memory, read-only.
+//
+// Facts: "Windows registry file format specification" (public, by M. Suhanov). All integers are
+// little-endian. Offsets of cells are relative to the first hive bin, which stands at byte 4096 of the file.
+//
+// Every byte is taken as hostile: an offset or a length is checked before it is used, and what is not sound
+// is absent. Nothing but Hive::Open throws.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ostrevin::regf {
+
+/// The bytes are not a hive, or not one that can be read; what() is one clear sentence without a file name.
+class HiveError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// How the hive came to be as it is.
+enum class Recovery {
+    None,         ///< the primary file was clean
+    FromLogs,     ///< it was dirty, and its logs were applied as Windows does
+    DirtyNoLogs,  ///< it was dirty, no log fits, and it is read as it stands
+};
+
+class Hive;
+
+/// A value of a key. A light reference; valid as long as its hive.
+class Value {
+  public:
+    [[nodiscard]] std::string Name() const;                   ///< UTF-8; empty for the default value
+    [[nodiscard]] std::uint32_t NameLength() const;           ///< in UTF-16 code units
+    [[nodiscard]] bool HasName(std::string_view name) const;  ///< without regard to case
+    [[nodiscard]] std::uint32_t Type() const;
+    /// The data as stored, of every layout (inline, one cell, big data). What lies outside of the hive is
+    /// cut.
+    [[nodiscard]] std::vector<std::byte> Data() const;
+
+  private:
+    friend class Key;
+    Value(const Hive& hive, std::uint32_t offset) : hive_(&hive), offset_(offset) {}
+    const Hive* hive_;
+    std::uint32_t offset_;
+};
+
+/// A key node. A light reference; valid as long as its hive.
+class Key {
+  public:
+    [[nodiscard]] std::string Name() const;           ///< UTF-8
+    [[nodiscard]] std::uint32_t NameLength() const;   ///< in UTF-16 code units
+    [[nodiscard]] std::string ClassName() const;      ///< UTF-8
+    [[nodiscard]] std::uint64_t LastWritten() const;  ///< FILETIME
+    /// The sound sub-keys, in the order of the sub-key list (sorted by upper-cased name).
+    [[nodiscard]] std::vector<Key> SubKeys() const;
+    /// The sound values, in stored order.
+    [[nodiscard]] std::vector<Value> Values() const;
+    /// A direct sub-key by name, without regard to case.
+    [[nodiscard]] std::optional<Key> FindSubKey(std::string_view name) const;
+    /// A value by name, without regard to case.
+    [[nodiscard]] std::optional<Value> FindValue(std::string_view name) const;
+
+  private:
+    friend class Hive;
+    Key(const Hive& hive, std::uint32_t offset) : hive_(&hive), offset_(offset) {}
+    const Hive* hive_;
+    std::uint32_t offset_;
+};
+
+/// The transaction logs found beside a primary file; empty when there is none of that name.
+struct Logs {
+    std::vector<std::byte> log;   ///< NAME.LOG
+    std::vector<std::byte> log1;  ///< NAME.LOG1
+    std::vector<std::byte> log2;  ///< NAME.LOG2
+};
+
+class Hive {
+  public:
+    /// Takes the bytes of a primary file; a dirty one is recovered in memory from its logs. Throws HiveError.
+    static std::unique_ptr<Hive> Open(std::vector<std::byte> primary, const Logs& logs);
+    /// Whether a primary file with this beginning (512 bytes or more) needs its logs.
+    [[nodiscard]] static bool IsDirty(std::span<const std::byte> baseBlock);
+    /// The hive's own time of the last write (FILETIME), from the first 512 bytes; none when it is not a
+    /// hive.
+    [[nodiscard]] static std::optional<std::uint64_t> LastWritten(std::span<const std::byte> baseBlock);
+
+    [[nodiscard]] Key Root() const;
+    [[nodiscard]] Recovery HowRecovered() const { return recovery_; }
+
+  private:
+    Hive() = default;
+    std::vector<std::byte> bytes_;
+    Recovery recovery_ = Recovery::None;
+};
+
+}  // namespace ostrevin::regf
