@@ -1,0 +1,28 @@
+#include "platform/ErrorLog.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include "platform/Paths.h"
+#include "platform/RuntimeError.h"
+
+namespace ostrevin {
+
+ErrorLog::ErrorLog(Platform& platform)
+    : platform_(platform), fileName_(GetAppFolder(platform) + "error.log") {}
+
+void ErrorLog::WriteLog(const std::string& text) {
+    std::string line = text + "\r\n";
+    if (addDate_) {
+        line.insert(0, platform_.DateToText(platform_.Now(), DateForm::General) + ", ");
+    }
+    std::ofstream file(std::filesystem::path(std::u8string(fileName_.begin(), fileName_.end())),
+                       std::ios::binary | std::ios::app);
+    file << line;
+    file.close();
+    if (!file) {
+        throw RuntimeError(RuntimeError::kPathFileAccess, "Path/File access error: " + fileName_);
+    }
+}
+
+}  // namespace ostrevin

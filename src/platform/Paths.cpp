@@ -1,0 +1,39 @@
+#include "platform/Paths.h"
+
+namespace ostrevin {
+
+std::string GetAppFolder(Platform& platform) {
+    std::string folder = platform.ApplicationFolder();
+    if (!folder.ends_with('\\') && !folder.ends_with('/')) {
+        folder += folder.starts_with('/') ? '/' : '\\';
+    }
+    return folder;
+}
+
+std::string GetWindowsFolder(Platform& platform) {
+    return platform.GetWindowsDirectoryA();
+}
+
+std::string GetSystemDrive(Platform& platform) {
+    return GetWindowsFolder(platform).substr(0, 1) + ":";
+}
+
+std::string GetSpecialFolderPath(Platform& platform, int csidl) {
+    return platform.SpecialFolderPath(csidl);
+}
+
+std::string GetFolderOfPath(const std::string& path) {
+    const std::size_t last = path.rfind('\\');
+    return last == std::string::npos ? path : path.substr(0, last + 1);
+}
+
+bool FileExists(Platform& platform, const std::string& path) {
+    return platform.PathFileExistsA(path);
+}
+
+int ShellOpenDocument(Platform& platform, const std::string& path) {
+    constexpr int kShowNormal = 1;
+    return platform.ShellExecuteA("open", path, GetFolderOfPath(path), kShowNormal);
+}
+
+}  // namespace ostrevin

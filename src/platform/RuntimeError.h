@@ -1,0 +1,24 @@
+// A failure that the runtime or a module raises, with its number.
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace ostrevin {
+
+class RuntimeError : public std::runtime_error {
+  public:
+    RuntimeError(std::uint32_t number, const std::string& message)
+        : std::runtime_error(message), number_(number) {}
+    [[nodiscard]] std::uint32_t Number() const { return number_; }
+
+    static constexpr std::uint32_t kInvalidProcedureCall = 5;
+    static constexpr std::uint32_t kOverflow = 6;
+    static constexpr std::uint32_t kPathFileAccess = 75;
+
+  private:
+    std::uint32_t number_;
+};
+
+}  // namespace ostrevin
