@@ -1,0 +1,31 @@
+// Tells the kinds of controls apart, for the toolkit that makes their views.
+#pragma once
+
+namespace ostrevin {
+
+class Frame;
+class ListView;
+class PictureBox;
+class StatusBar;
+class TabStrip;
+class Timer;
+class ToolBar;
+class TreeView;
+
+class ControlVisitor {
+  public:
+    ControlVisitor() = default;
+    ControlVisitor(const ControlVisitor&) = delete;
+    ControlVisitor& operator=(const ControlVisitor&) = delete;
+    virtual ~ControlVisitor() = default;
+    virtual void Visit(Frame& frame) = 0;
+    virtual void Visit(ListView& list) = 0;
+    virtual void Visit(PictureBox& box) = 0;
+    virtual void Visit(StatusBar& bar) = 0;
+    virtual void Visit(TabStrip& tabs) = 0;
+    virtual void Visit(Timer& timer) = 0;
+    virtual void Visit(ToolBar& bar) = 0;
+    virtual void Visit(TreeView& tree) = 0;
+};
+
+}  // namespace ostrevin

@@ -1,0 +1,199 @@
+#include "controls/ListView.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "controls/ControlVisitor.h"
+#include "controls/Form.h"
+#include "controls/Toolkit.h"
+
+namespace ostrevin {
+
+void ListItem::SetText(std::string text) {
+    text_ = std::move(text);
+    Changed();
+}
+
+const std::string& ListItem::SubItem(int number) const {
+    static const std::string kNone;
+    const auto place = static_cast<std::size_t>(number - 1);
+    return number >= 1 && place < subItems_.size() ? subItems_[place] : kNone;
+}
+
+void ListItem::SetSubItem(int number, std::string text) {
+    if (number < 1 || (list_ != nullptr && number >= list_->ColumnCount())) {
+        throw ControlError("Invalid property value: sub-item " + std::to_string(number));
+    }
+    const auto place = static_cast<std::size_t>(number - 1);
+    if (place >= subItems_.size()) {
+        subItems_.resize(place + 1);
+    }
+    subItems_[place] = std::move(text);
+    Changed();
+}
+
+void ListItem::Changed() {
+    if (list_ != nullptr && list_->TheView() != nullptr) {
+        list_->TheView()->RowChanged(list_->IndexOf(*this) - 1);
+    }
+}
+
+void ListView::Accept(ControlVisitor& visitor) {
+    visitor.Visit(*this);
+}
+
+ColumnHeader& ListView::AddColumn(const std::string& text, double width) {
+    return columns_.emplace_back(ColumnCount() + 1, text, width);
+}
+
+ColumnHeader& ListView::Column(int index) {
+    if (index < 1 || index > ColumnCount()) {
+        throw ControlError("Index out of bounds: " + std::to_string(index));
+    }
+    return columns_[static_cast<std::size_t>(index - 1)];
+}
+
+ListItem& ListView::Add(const std::string& key, std::string text) {
+    if (!key.empty() && byKey_.contains(key)) {
+        throw ControlError("Key is not unique in collection: " + key);
+    }
+    auto item = std::make_unique<ListItem>(key, std::move(text));
+    ListItem& added = *item;
+    added.list_ = this;
+    added.row_ = items_.size();
+    if (sorted_) {
+        const auto place =
+            std::upper_bound(items_.begin(), items_.end(), item,
+                             [this](const auto& left, const auto& right) { return InOrder(*left, *right); });
+        items_.insert(place, std::move(item));
+    } else {
+        items_.push_back(std::move(item));
+    }
+    if (!key.empty()) {
+        byKey_.emplace(added.Key(), &added);
+    }
+    RowsChanged();
+    return added;
+}
+
+std::unique_ptr<ListItem> ListView::Remove(ListItem& item) {
+    const std::size_t index = IndexOf(item);
+    const auto place = items_.begin() + static_cast<std::ptrdiff_t>(index - 1);
+    std::unique_ptr<ListItem> removed = std::move(*place);
+    items_.erase(place);
+    byKey_.erase(removed->Key());
+    removed->list_ = nullptr;
+    if (selected_ == &item) {
+        Select(nullptr);
+    }
+    RowsChanged();
+    return removed;
+}
+
+void ListView::Clear() {
+    Select(nullptr);
+    byKey_.clear();
+    items_.clear();
+    RowsChanged();
+}
+
+ListItem& ListView::Item(std::size_t index) const {
+    if (index < 1 || index > items_.size()) {
+        throw ControlError("Index out of bounds: " + std::to_string(index));
+    }
+    return *items_[index - 1];
+}
+
+ListItem& ListView::Item(const std::string& key) const {
+    const auto found = byKey_.find(key);
+    if (found == byKey_.end()) {
+        throw ControlError("Element not found: " + key);
+    }
+    return *found->second;
+}
+
+std::size_t ListView::IndexOf(const ListItem& item) const {
+    const auto isAt = [&](std::size_t row) { return row < items_.size() && items_[row].get() == &item; };
+    if (!isAt(item.row_)) {
+        for (std::size_t row = 0; row < items_.size(); ++row) {
+            items_[row]->row_ = row;
+        }
+        if (!isAt(item.row_)) {
+            throw ControlError("The item is not in this list: " + item.Text());
+        }
+    }
+    return item.row_ + 1;
+}
+
+bool ListView::InOrder(const ListItem& left, const ListItem& right) {
+    const int column = sortKey_ + 1;
+    const int compared = ParentForm().GetToolkit().CompareText(left.Cell(column), right.Cell(column));
+    return sortOrder_ == SortOrder::Ascending ? compared < 0 : compared > 0;
+}
+
+void ListView::Sort() {
+    std::stable_sort(items_.begin(), items_.end(),
+                     [this](const auto& left, const auto& right) { return InOrder(*left, *right); });
+    RowsChanged();
+}
+
+void ListView::SortChanged() {
+    if (sorted_) {
+        Sort();
+    }
+    if (TheView() != nullptr) {
+        TheView()->SortChanged();
+    }
+}
+
+void ListView::RowsChanged() {
+    if (TheView() != nullptr) {
+        TheView()->RowsChanged();
+    }
+}
+
+void ListView::SetSorted(bool sorted) {
+    sorted_ = sorted;
+    SortChanged();
+}
+
+void ListView::SetSortKey(int column) {
+    sortKey_ = column;
+    SortChanged();
+}
+
+void ListView::SetSortOrder(enum SortOrder order) {
+    sortOrder_ = order;
+    SortChanged();
+}
+
+void ListView::Select(ListItem* item) {
+    selected_ = item;
+    if (TheView() != nullptr) {
+        TheView()->SelectionChanged();
+    }
+}
+
+void ListView::EnsureVisible(const ListItem& item) {
+    if (TheView() != nullptr) {
+        TheView()->EnsureVisible(IndexOf(item) - 1);
+    }
+}
+
+std::uint32_t ListView::ExtendedStyle() const {
+    return TheView() != nullptr ? TheView()->ExtendedStyle() : extendedStyle_;
+}
+
+void ListView::SetExtendedStyle(std::uint32_t style) {
+    extendedStyle_ = style;
+    if (TheView() != nullptr) {
+        TheView()->SetExtendedStyle(style);
+    }
+}
+
+void ListView::ClickItem(ListItem& item) {
+    Select(&item);
+    ItemClick.Raise(item);
+}
+
+}  // namespace ostrevin

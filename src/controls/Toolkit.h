@@ -1,0 +1,51 @@
+// What controls ask of the toolkit that shows them.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ostrevin {
+
+class Form;
+
+/// What shows a form and the controls on it, from Load to Unload.
+class FormView {
+  public:
+    FormView() = default;
+    FormView(const FormView&) = delete;
+    FormView& operator=(const FormView&) = delete;
+    virtual ~FormView() = default;
+    virtual void Show() = 0;
+    /// Shows the form and returns when it is hidden or unloaded; no other form takes input meanwhile.
+    virtual void ShowModal() = 0;
+    virtual void Hide() = 0;
+    virtual void CaptionChanged() = 0;
+    /// Width or Height changed by code.
+    virtual void SizeChanged() = 0;
+    /// Makes what has changed visible now, without waiting for the message loop.
+    virtual void Refresh() = 0;
+};
+
+class Toolkit {
+  public:
+    Toolkit() = default;
+    Toolkit(const Toolkit&) = delete;
+    Toolkit& operator=(const Toolkit&) = delete;
+    virtual ~Toolkit() = default;
+
+    /// Makes the toolkit's control classes available; must come before the first form. May throw.
+    virtual void InitCommonControls() = 0;
+    /// Makes the native window of a form and of all that stands on it, not yet visible, and attaches the
+    /// views.
+    virtual std::unique_ptr<FormView> CreateView(Form& form) = 0;
+    /// Shows a text with an OK button and no icon, and returns when it is closed. owner may be null.
+    virtual void MsgBox(Form* owner, const std::string& text, const std::string& caption) = 0;
+    [[nodiscard]] virtual double PixelsPerInchX() const = 0;
+    [[nodiscard]] virtual double PixelsPerInchY() const = 0;
+    /// Compares without regard to case, in the order of the user's locale; less than, equal to or greater
+    /// than 0.
+    [[nodiscard]] virtual int CompareText(std::string_view left, std::string_view right) const = 0;
+};
+
+}  // namespace ostrevin
