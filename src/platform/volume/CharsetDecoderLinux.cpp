@@ -1,0 +1,113 @@
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <iconv.h>
+#include <utility>
+
+#include "platform/Text.h"
+#include "platform/volume/CharsetDecoder.h"
+
+namespace ostrevin {
+namespace {
+
+constexpr std::size_t kLongestCharacter = 4;  // in bytes, of any set in use
+
+std::string NameOf(std::uint32_t codePage) {
+    return "CP" + std::to_string(codePage);
+}
+
+}  // namespace
+
+/// The host's conversion.
+class CharsetDecoder::Converter {
+  public:
+    enum class Result { Done, Incomplete, Invalid };
+
+    explicit Converter(const std::string& charset) : handle_(iconv_open("UTF-8", charset.c_str())) {
+        if (!IsOpen()) {
+            handle_ = iconv_open("UTF-8", NameOf(kWesternCodePage).c_str());
+        }
+    }
+    ~Converter() {
+        if (IsOpen()) {
+            iconv_close(handle_);
+        }
+    }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    /// Converts the bytes of one character.
+    Result Convert(std::string_view bytes, std::string& text) {
+        if (!IsOpen()) {
+            return Result::Invalid;
+        }
+        iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+        std::string input(bytes);
+        std::array<char, 32> output{};
+        char* in = input.data();
+        char* out = output.data();
+        std::size_t inLeft = input.size();
+        std::size_t outLeft = output.size();
+        if (iconv(handle_, &in, &inLeft, &out, &outLeft) == kFailed) {
+            return errno == EINVAL ? Result::Incomplete : Result::Invalid;
+        }
+        // Some sets hold a letter back, in case that a mark follows which belongs to it.
+        iconv(handle_, nullptr, nullptr, &out, &outLeft);
+        text.assign(output.data(), output.size() - outLeft);
+        return Result::Done;
+    }
+
+  private:
+    static constexpr auto kFailed = static_cast<std::size_t>(-1);
+
+    [[nodiscard]] bool IsOpen() const {
+        // The library's own mark of a failed opening is the pointer of all bits set.
+        return reinterpret_cast<std::uintptr_t>(handle_) != static_cast<std::uintptr_t>(-1);
+    }
+
+    iconv_t handle_;
+};
+
+CharsetDecoder::CharsetDecoder(std::uint32_t codePage) : CharsetDecoder(NameOf(codePage)) {}
+
+CharsetDecoder::CharsetDecoder(const std::string& charset)
+    : converter_(std::make_unique<Converter>(charset)) {
+    for (std::size_t byte = 0; byte < characters_.size(); ++byte) {
+        std::string& character = characters_.at(byte);
+        const char alone = static_cast<char>(byte);
+        if (converter_->Convert({&alone, 1}, character) == Converter::Result::Invalid) {
+            const bool control = byte < 0xA0;
+            AppendCharacter(character, control ? static_cast<char32_t>(byte) : U'\uFFFD');
+        }
+    }
+}
+
+CharsetDecoder::~CharsetDecoder() = default;
+CharsetDecoder::CharsetDecoder(CharsetDecoder&&) noexcept = default;
+CharsetDecoder& CharsetDecoder::operator=(CharsetDecoder&&) noexcept = default;
+
+std::string CharsetDecoder::Decode(std::string_view bytes) const {
+    std::string text;
+    text.reserve(bytes.size());
+    std::string character;
+    while (!bytes.empty()) {
+        const std::string& alone = characters_.at(static_cast<unsigned char>(bytes.front()));
+        if (!alone.empty()) {
+            text += alone;
+            bytes.remove_prefix(1);
+            continue;
+        }
+        auto result = Converter::Result::Incomplete;
+        std::size_t length = 1;
+        while (result == Converter::Result::Incomplete &&
+               length < std::min(bytes.size(), kLongestCharacter)) {
+            result = converter_->Convert(bytes.substr(0, ++length), character);
+        }
+        const bool done = result == Converter::Result::Done;
+        text += done ? character : "\uFFFD";
+        bytes.remove_prefix(done ? length : 1);
+    }
+    return text;
+}
+
+}  // namespace ostrevin

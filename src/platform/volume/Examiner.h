@@ -1,0 +1,44 @@
+// The person at the screen and the machine that the examination runs on, as far as an examined volume cannot
+// answer: the clock, how dates are written, the program's own folder, the desktop's opener.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/volume/DateWriter.h"
+
+namespace ostrevin {
+
+class VolumeFiles;
+
+class Examiner {
+  public:
+    /// Takes the manner of writing dates from the locale for times that the environment names.
+    Examiner();
+
+    /// The present local time, to the second.
+    [[nodiscard]] double Now() const;
+    /// The present difference of the local time from UTC in minutes; UTC is local time plus bias.
+    [[nodiscard]] std::int32_t UtcBias() const;
+    [[nodiscard]] const DateWriter& Dates() const { return dates_; }
+
+    /// The folder for the program's own files, ending in the host's separator: that of the executable; where
+    /// the user cannot write there, or it belongs to the evidence, the program's folder among the user's
+    /// settings, which is created.
+    [[nodiscard]] std::string ApplicationFolder(const VolumeFiles& evidence) const;
+    /// The host's path of a file with links and ".." resolved; empty when there is no such file.
+    [[nodiscard]] std::string ResolvedPath(const std::string& hostPath) const;
+
+    /// Hands a file (an absolute path of the host) or an address to the desktop's opener without waiting for
+    /// it; false when there is no opener.
+    bool Open(const std::string& item);
+
+  private:
+    void ForgetEndedOpeners();
+
+    DateWriter dates_;
+    std::vector<std::int64_t> openers_;  // processes that were started and have not been seen to end
+};
+
+}  // namespace ostrevin

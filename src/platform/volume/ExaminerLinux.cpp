@@ -1,0 +1,154 @@
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <filesystem>
+#include <langinfo.h>
+#include <locale.h>
+#include <memory>
+#include <pwd.h>
+#include <spawn.h>
+#include <string_view>
+#include <sys/wait.h>
+#include <type_traits>
+#include <unistd.h>
+
+#include "platform/Dates.h"
+#include "platform/volume/CharsetDecoder.h"
+#include "platform/volume/Examiner.h"
+#include "platform/volume/VolumeFiles.h"
+
+namespace ostrevin {
+namespace {
+
+std::string Environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value == nullptr ? std::string() : value;
+}
+
+/// The locale in force for times, by the order in which the environment names it.
+std::string TimeLocaleName() {
+    for (const char* name : {"LC_ALL", "LC_TIME", "LANG"}) {
+        std::string value = Environment(name);
+        if (!value.empty()) {
+            return value;
+        }
+    }
+    return "C";
+}
+
+bool IsPlainLocale(std::string_view name) {
+    return name == "C" || name == "POSIX" || name.starts_with("C.");
+}
+
+/// The formats of the locale; those of the plain locale, month/day/year, stand in DateFormats itself.
+DateFormats FormatsOfLocale() {
+    const std::string name = TimeLocaleName();
+    DateFormats formats;
+    if (IsPlainLocale(name)) {
+        return formats;
+    }
+    const std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&freelocale)> locale(
+        newlocale(LC_TIME_MASK | LC_CTYPE_MASK, name.c_str(), nullptr), &freelocale);
+    if (!locale) {
+        return formats;
+    }
+    const CharsetDecoder decoder(std::string(nl_langinfo_l(CODESET, locale.get())));
+    const auto text = [&](nl_item item) { return decoder.Decode(nl_langinfo_l(item, locale.get())); };
+    formats.date = text(D_FMT);
+    formats.time = text(T_FMT);
+    formats.timeOfHalfDay = text(T_FMT_AMPM);
+    formats.am = text(AM_STR);
+    formats.pm = text(PM_STR);
+    return formats;
+}
+
+std::tm LocalTime(std::time_t time) {
+    std::tm local{};
+    localtime_r(&time, &local);
+    return local;
+}
+
+std::string ExecutableFolder() {
+    std::error_code error;
+    const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", error);
+    std::string folder = executable.parent_path().string();
+    return folder.ends_with('/') ? folder : folder + "/";
+}
+
+/// The user's folder for settings, which the environment may name; empty when the user has no home.
+std::string SettingsFolder() {
+    std::string named = Environment("XDG_CONFIG_HOME");
+    if (named.starts_with('/')) {
+        return named;
+    }
+    std::string home = Environment("HOME");
+    if (home.empty()) {
+        const passwd* user = getpwuid(getuid());
+        home = user == nullptr ? "" : user->pw_dir;
+    }
+    return home.starts_with('/') ? home + "/.config" : std::string();
+}
+
+}  // namespace
+
+Examiner::Examiner() : dates_(FormatsOfLocale()) {}
+
+double Examiner::Now() const {
+    const std::tm local = LocalTime(std::time(nullptr));
+    return DateFromCivil({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min,
+                          std::min(local.tm_sec, 59), 0});
+}
+
+std::int32_t Examiner::UtcBias() const {
+    return static_cast<std::int32_t>(-LocalTime(std::time(nullptr)).tm_gmtoff / 60);
+}
+
+std::string Examiner::ApplicationFolder(const VolumeFiles& evidence) const {
+    std::string folder = ExecutableFolder();
+    if (access(folder.c_str(), W_OK) == 0 && evidence.IsOutside(folder)) {
+        return folder;
+    }
+    const std::string settings = SettingsFolder();
+    if (settings.empty()) {
+        return folder;
+    }
+    folder = settings + "/ostrevin/";
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    return folder;
+}
+
+std::string Examiner::ResolvedPath(const std::string& hostPath) const {
+    const std::unique_ptr<char, decltype(&std::free)> path(realpath(hostPath.c_str(), nullptr), &std::free);
+    return path ? std::string(path.get()) : std::string();
+}
+
+bool Examiner::Open(const std::string& item) {
+    ForgetEndedOpeners();
+    std::string program = "xdg-open";
+    std::string argument = item;
+    const std::array<char*, 3> arguments = {program.data(), argument.data(), nullptr};
+    posix_spawn_file_actions_t actions{};
+    posix_spawn_file_actions_init(&actions);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
+    }
+    pid_t process = 0;
+    const int error = posix_spawnp(&process, program.c_str(), &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (error != 0) {
+        return false;
+    }
+    openers_.push_back(process);
+    return true;
+}
+
+void Examiner::ForgetEndedOpeners() {
+    std::erase_if(openers_, [](std::int64_t process) {
+        return waitpid(static_cast<pid_t>(process), nullptr, WNOHANG) != 0;
+    });
+}
+
+}  // namespace ostrevin
