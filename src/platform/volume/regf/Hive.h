@@ -33,6 +33,10 @@ enum class Recovery {
 };
 
 class Hive;
+class HiveBins;
+struct BaseBlock;
+struct KeyNode;
+struct KeyValue;
 
 /// A value of a key. A light reference; valid as long as its hive.
 class Value {
@@ -48,6 +52,7 @@ class Value {
   private:
     friend class Key;
     Value(const Hive& hive, std::uint32_t offset) : hive_(&hive), offset_(offset) {}
+    [[nodiscard]] KeyValue Stored() const;
     const Hive* hive_;
     std::uint32_t offset_;
 };
@@ -71,6 +76,8 @@ class Key {
   private:
     friend class Hive;
     Key(const Hive& hive, std::uint32_t offset) : hive_(&hive), offset_(offset) {}
+    [[nodiscard]] KeyNode Stored() const;
+    [[nodiscard]] bool IsSubKey(std::uint32_t offset, const KeyNode& node) const;
     const Hive* hive_;
     std::uint32_t offset_;
 };
@@ -96,9 +103,15 @@ class Hive {
     [[nodiscard]] Recovery HowRecovered() const { return recovery_; }
 
   private:
-    Hive() = default;
+    friend class Key;
+    friend class Value;
+    Hive(std::vector<std::byte> bytes, const BaseBlock& baseBlock, Recovery recovery);
+    [[nodiscard]] HiveBins Bins() const;
     std::vector<std::byte> bytes_;
-    Recovery recovery_ = Recovery::None;
+    std::uint32_t rootCell_;
+    std::uint32_t binsSize_;  ///< what the base block says; the file may be shorter
+    std::uint32_t minorVersion_;
+    Recovery recovery_;
 };
 
 }  // namespace ostrevin::regf

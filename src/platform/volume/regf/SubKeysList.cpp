@@ -1,0 +1,64 @@
+#include "platform/volume/regf/SubKeysList.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "platform/volume/regf/KeyNode.h"
+
+namespace ostrevin::regf {
+namespace {
+
+constexpr std::size_t kHeaderSize = 4;
+
+/// The size of an element of the leaf in a cell; 0 when it is no leaf.
+std::size_t LeafElementSize(Bytes cell) {
+    if (HasSignature(cell, "lf") || HasSignature(cell, "lh")) {
+        return 8;
+    }
+    return HasSignature(cell, "li") ? 4 : 0;
+}
+
+/// The elements of a list that lie within its cell.
+Bytes Elements(Bytes cell, std::size_t elementSize) {
+    const std::size_t stored = IntegerAt<std::uint16_t>(cell, 2);
+    const std::size_t count = std::min(stored, (cell.size() - kHeaderSize) / elementSize);
+    return cell.subspan(kHeaderSize, count * elementSize);
+}
+
+}  // namespace
+
+std::vector<SubKeysLeaf> ReadSubKeysList(const HiveBins& bins, std::uint32_t offset) {
+    std::vector<SubKeysLeaf> leaves;
+    std::size_t room = bins.Size() / KeyNode::kFixedSize;
+    std::unordered_set<std::uint32_t> met;
+    // Lists still to read, the next one last, so that index roots may stand in index roots without recursion.
+    std::vector<std::uint32_t> waiting = {offset};
+    while (!waiting.empty()) {
+        const std::uint32_t next = waiting.back();
+        waiting.pop_back();
+        const Bytes cell = bins.Cell(next);
+        if (cell.size() < kHeaderSize || !met.insert(next).second) {
+            continue;
+        }
+        const std::size_t leafElementSize = LeafElementSize(cell);
+        const bool isRoot = HasSignature(cell, "ri");
+        if (leafElementSize == 0 && !isRoot) {
+            continue;
+        }
+        const std::size_t elementSize = isRoot ? sizeof(std::uint32_t) : leafElementSize;
+        Bytes elements = Elements(cell, elementSize);
+        const std::size_t count = std::min(room, elements.size() / elementSize);
+        room -= count;
+        elements = elements.first(count * elementSize);
+        if (isRoot) {
+            for (std::size_t i = count; i-- > 0;) {
+                waiting.push_back(IntegerAt<std::uint32_t>(elements, i * elementSize));
+            }
+        } else if (count > 0) {
+            leaves.emplace_back(elements, elementSize);
+        }
+    }
+    return leaves;
+}
+
+}  // namespace ostrevin::regf
