@@ -44,6 +44,8 @@ class Form : public Container {
     [[nodiscard]] double ScaleHeight() override;
 
     [[nodiscard]] bool Loaded() const { return view_ != nullptr; }
+    /// Null while the form is not loaded.
+    [[nodiscard]] FormView* View() const { return view_.get(); }
     /// Makes the window, not yet visible, and runs Form_Load. Does nothing for a loaded form.
     void Load();
     /// Loads the form where needed and shows it; a modal form returns when it is hidden or unloaded.

@@ -1,0 +1,21 @@
+// Frames and picture boxes.
+#pragma once
+
+#include "controls/Boxes.h"
+#include "toolkit/qt/QtToolkit.h"
+#include "toolkit/qt/QtWidgetView.h"
+
+namespace ostrevin::qt {
+
+class QtFrame : public WidgetView<ControlView, Frame> {
+  public:
+    QtFrame(Frame& frame, QWidget* parent);
+};
+
+class QtPictureBox : public WidgetView<PictureBoxView, PictureBox> {
+  public:
+    QtPictureBox(QtToolkit& toolkit, PictureBox& box, QWidget* parent);
+    void PictureChanged() override;
+};
+
+}  // namespace ostrevin::qt

@@ -1,0 +1,258 @@
+#include "toolkit/qt/QtListView.h"
+
+#include <cmath>
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QToolTip>
+
+#include "controls/Container.h"
+
+namespace ostrevin::qt {
+namespace {
+
+/// Tells what a person chose, by mouse (each click, also on what is selected) and by keyboard (each move).
+class ListWidget : public QTreeView {
+  public:
+    ListWidget(QtListView& view, QWidget* parent) : QTreeView(parent), view_(view) {
+        connect(header(), &QHeaderView::sectionResized, this, [this] {
+            if (!fitting_) {
+                firstColumnFits_ = false;
+            }
+        });
+    }
+
+    /// Gives the first column what the others leave, until a person sizes a column.
+    void FitFirstColumn() {
+        if (!firstColumnFits_ || model() == nullptr || model()->columnCount() == 0) {
+            return;
+        }
+        const int others = header()->length() - header()->sectionSize(0);
+        fitting_ = true;
+        header()->resizeSection(0, std::max(viewport()->width() - others, kLeastWidth));
+        fitting_ = false;
+    }
+    void SizeColumn(int column, int width) {
+        fitting_ = true;
+        header()->resizeSection(column, width);
+        fitting_ = false;
+    }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QTreeView::resizeEvent(event);
+        FitFirstColumn();
+    }
+    void mousePressEvent(QMouseEvent* event) override {
+        const QModelIndex index = indexAt(event->pos());
+        if (!index.isValid()) {
+            return;  // a click beside the rows changes nothing
+        }
+        QTreeView::mousePressEvent(event);
+        view_.RowChosen(index.row());
+    }
+    void mouseDoubleClickEvent(QMouseEvent* event) override {
+        if (event->button() == Qt::LeftButton && indexAt(event->pos()).isValid()) {
+            view_.RowOpened();
+        }
+    }
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+            view_.RowOpened();
+            return;
+        }
+        const int before = SelectedRow();
+        QTreeView::keyPressEvent(event);
+        const int after = SelectedRow();
+        if (after >= 0 && after != before) {
+            view_.RowChosen(after);
+        }
+    }
+    bool viewportEvent(QEvent* event) override {
+        if (event->type() == QEvent::ToolTip) {
+            ShowWholeText(static_cast<QHelpEvent&>(*event));
+            return true;
+        }
+        return QTreeView::viewportEvent(event);
+    }
+
+  private:
+    static constexpr int kLeastWidth = 160;
+
+    [[nodiscard]] int SelectedRow() const {
+        const QModelIndexList selected = selectionModel()->selectedIndexes();
+        return selected.isEmpty() ? -1 : selected.front().row();
+    }
+    /// The text of a cell that is too narrow for it.
+    void ShowWholeText(const QHelpEvent& event) {
+        const QModelIndex index = indexAt(event.pos());
+        const bool clipped = index.isValid() && sizeHintForIndex(index).width() > visualRect(index).width();
+        QToolTip::showText(event.globalPos(), clipped ? index.data().toString() : QString(), viewport());
+    }
+
+    QtListView& view_;
+    bool firstColumnFits_ = true;
+    bool fitting_ = false;
+};
+
+}  // namespace
+
+int ListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : rows_;
+}
+
+int ListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : list_.ColumnCount();
+}
+
+QVariant ListModel::data(const QModelIndex& index, int role) const {
+    // The rows may have become fewer since they were told.
+    const auto row = static_cast<std::size_t>(index.row());
+    if (!index.isValid() || row >= list_.ItemCount()) {
+        return {};
+    }
+    if (role == Qt::DisplayRole) {
+        return Text(list_.Item(row + 1).Cell(index.column() + 1));
+    }
+    if (role == Qt::TextAlignmentRole && list_.Column(index.column() + 1).RightAligned()) {
+        return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+    }
+    return {};
+}
+
+QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= list_.ColumnCount()) {
+        return {};
+    }
+    const ColumnHeader& column = list_.Column(section + 1);
+    if (role == Qt::DisplayRole) {
+        return Text(column.Text());
+    }
+    if (role == Qt::TextAlignmentRole) {
+        return QVariant((column.RightAligned() ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    }
+    return {};
+}
+
+void ListModel::Reset() {
+    beginResetModel();
+    rows_ = static_cast<int>(list_.ItemCount());
+    endResetModel();
+}
+
+void ListModel::TellRowChanged(std::size_t row) {
+    const int number = static_cast<int>(row);
+    emit dataChanged(index(number, 0), index(number, list_.ColumnCount() - 1));
+}
+
+QtListView::QtListView(QtToolkit& toolkit, ListView& list, QWidget* parent)
+    : WidgetView(list), toolkit_(toolkit), model_(list), widget_(new ListWidget(*this, parent)) {
+    widget_->setModel(&model_);
+    widget_->setRootIsDecorated(false);
+    widget_->setItemsExpandable(false);
+    widget_->setUniformRowHeights(true);
+    widget_->setSelectionMode(QAbstractItemView::SingleSelection);
+    widget_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    widget_->setTextElideMode(Qt::ElideMiddle);
+    widget_->header()->setStretchLastSection(false);
+    widget_->header()->setSectionsMovable(false);
+    widget_->header()->setSectionsClickable(true);
+    QObject::connect(widget_->header(), &QHeaderView::sectionClicked, widget_,
+                     [this](int column) { HeaderClicked(column); });
+    Container& container = *list.Parent();
+    for (int column = 1; column <= list.ColumnCount(); ++column) {
+        const double width =
+            container.ScaleX(list.Column(column).Width(), container.ScaleMode(), ScaleMode::Pixel);
+        static_cast<ListWidget*>(widget_)->SizeColumn(column - 1, static_cast<int>(std::lround(width)));
+    }
+    Show(*widget_);
+    SetExtendedStyle(list.ExtendedStyle());
+    RowsChanged();
+    SortChanged();
+}
+
+QtListView::~QtListView() {
+    widget_->setModel(nullptr);
+}
+
+void QtListView::RowsChanged() {
+    if (!stale_) {
+        stale_ = true;
+        QMetaObject::invokeMethod(
+            widget_, [this] { BringUpToDate(); }, Qt::QueuedConnection);
+    }
+}
+
+void QtListView::BringUpToDate() {
+    if (!stale_) {
+        return;
+    }
+    stale_ = false;
+    model_.Reset();
+    ShowSelection();
+    static_cast<ListWidget*>(widget_)->FitFirstColumn();
+}
+
+void QtListView::RowChanged(std::size_t row) {
+    if (!stale_) {
+        model_.TellRowChanged(row);
+    }
+}
+
+void QtListView::SelectionChanged() {
+    if (!stale_) {
+        ShowSelection();
+    }
+}
+
+void QtListView::ShowSelection() {
+    const ListItem* item = Control().SelectedItem();
+    if (item == nullptr) {
+        widget_->selectionModel()->clear();
+        return;
+    }
+    const QModelIndex index = model_.index(static_cast<int>(Control().IndexOf(*item) - 1), 0);
+    const bool fullRow = (extendedStyle_ & ListView::kFullRowSelect) != 0;
+    widget_->selectionModel()->setCurrentIndex(
+        index, fullRow ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                       : QItemSelectionModel::SelectionFlags(QItemSelectionModel::ClearAndSelect));
+}
+
+void QtListView::SortChanged() {
+    widget_->header()->setSortIndicatorShown(Control().Sorted());
+    widget_->header()->setSortIndicator(Control().SortKey(), Control().SortOrder() == SortOrder::Ascending
+                                                                 ? Qt::AscendingOrder
+                                                                 : Qt::DescendingOrder);
+}
+
+void QtListView::EnsureVisible(std::size_t row) {
+    BringUpToDate();
+    widget_->scrollTo(model_.index(static_cast<int>(row), 0));
+}
+
+void QtListView::SetExtendedStyle(std::uint32_t style) {
+    extendedStyle_ = style;
+    const bool fullRow = (style & ListView::kFullRowSelect) != 0;
+    widget_->setSelectionBehavior(fullRow ? QAbstractItemView::SelectRows : QAbstractItemView::SelectItems);
+    widget_->setAllColumnsShowFocus(fullRow);
+}
+
+void QtListView::RowChosen(int row) {
+    const auto index = static_cast<std::size_t>(row) + 1;
+    if (index <= Control().ItemCount()) {
+        toolkit_.Deliver([&] { Control().ClickItem(Control().Item(index)); });
+    }
+}
+
+void QtListView::RowOpened() {
+    toolkit_.Deliver([&] { Control().DblClick.Raise(); });
+}
+
+void QtListView::HeaderClicked(int column) {
+    toolkit_.Deliver([&] { Control().ClickColumn(column + 1); });
+}
+
+}  // namespace ostrevin::qt

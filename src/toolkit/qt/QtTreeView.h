@@ -1,0 +1,32 @@
+// Trees.
+#pragma once
+
+#include <map>
+
+#include <QTreeWidget>
+
+#include "controls/TreeView.h"
+#include "toolkit/qt/QtToolkit.h"
+#include "toolkit/qt/QtWidgetView.h"
+
+namespace ostrevin::qt {
+
+class QtTreeView : public WidgetView<TreeViewView, TreeView> {
+  public:
+    QtTreeView(QtToolkit& toolkit, TreeView& tree, QWidget* parent);
+    void NodeAdded(TreeNode& node) override;
+    void SelectionChanged() override;
+
+    /// A person chose an item.
+    void ItemChosen(QTreeWidgetItem& item);
+
+  private:
+    void AddWithChildren(TreeNode& node);
+
+    QtToolkit& toolkit_;
+    QTreeWidget* widget_;
+    std::map<const TreeNode*, QTreeWidgetItem*> items_;
+    std::map<const QTreeWidgetItem*, TreeNode*> nodes_;
+};
+
+}  // namespace ostrevin::qt

@@ -1,0 +1,55 @@
+// What the views of all controls share: text conversion, place and visibility.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <QString>
+#include <QWidget>
+
+#include "controls/Container.h"
+
+namespace ostrevin::qt {
+
+[[nodiscard]] inline QString Text(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+/// Puts a widget where its control is.
+void Place(QWidget& widget, const Control& control);
+
+/// Shows or hides, enables or disables a widget as its control is.
+void ApplyState(QWidget& widget, const Control& control);
+
+/// A view that shows a control with one widget, which belongs to the widget of the control's container.
+template <typename View, typename Shown>
+class WidgetView : public View {
+  public:
+    explicit WidgetView(Shown& control) : control_(control) {}
+    ~WidgetView() override { control_.Attach(nullptr); }
+
+    void Moved() override { Place(*widget_, control_); }
+    void StateChanged() override { ApplyState(*widget_, control_); }
+    [[nodiscard]] QWidget& Widget() const { return *widget_; }
+
+  protected:
+    /// Takes the widget into use; called by the view's constructor, which keeps its own pointer of its own
+    /// type.
+    void Show(QWidget& widget) {
+        widget_ = &widget;
+        widget.setObjectName(Text(control_.Name()));
+        if (!control_.AccessibleName().empty()) {
+            widget.setAccessibleName(Text(control_.AccessibleName()));
+        }
+        control_.Attach(this);
+        Moved();
+        StateChanged();
+    }
+    [[nodiscard]] Shown& Control() const { return control_; }
+
+  private:
+    Shown& control_;
+    QWidget* widget_ = nullptr;
+};
+
+}  // namespace ostrevin::qt

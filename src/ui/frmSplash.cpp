@@ -1,0 +1,17 @@
+#include "ui/frmSplash.h"
+
+namespace ostrevin {
+
+frmSplash::frmSplash(Toolkit& toolkit) : Form(toolkit, "frmSplash") {
+    SetBorderStyle(BorderStyle::None);
+    SetCaption("Ostrevin");
+    Move(0, 0, 6300, 3600);
+    picSplash.Move(0, 0, 6300, 3600);
+    picSplash.SetPicture("splash");
+}
+
+frmSplash::~frmSplash() {
+    Unload();
+}
+
+}  // namespace ostrevin
