@@ -63,6 +63,9 @@ class Form : public Container {
     void Resized(int pixelWidth, int pixelHeight, enum WindowState state);
 
   protected:
+    /// Takes the window away without Form_Unload. To be called by the destructor of each form, while the
+    /// controls that the window shows are still there.
+    void DropView() { view_.reset(); }
     virtual void Form_Load() {}
     virtual void Form_Resize() {}
     virtual void Form_Unload() {}

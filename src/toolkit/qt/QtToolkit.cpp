@@ -3,6 +3,7 @@
 #include <exception>
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QScreen>
 
@@ -50,6 +51,10 @@ int QtToolkit::CompareText(std::string_view left, std::string_view right) const 
     return collator_.compare(Text(left), Text(right));
 }
 
+std::string QtToolkit::ChooseFolder(const std::string& caption) {
+    return QFileDialog::getExistingDirectory(nullptr, Text(caption)).toStdString();
+}
+
 int QtToolkit::Run() {
     return openForms_ == 0 ? 0 : QApplication::exec();
 }
@@ -58,7 +63,7 @@ void QtToolkit::Deliver(const std::function<void()>& action) {
     try {
         action();
     } catch (const std::exception& failure) {
-        ShowBox(nullptr, QMessageBox::Critical, failure.what(), QApplication::applicationDisplayName());
+        ShowBox(nullptr, QMessageBox::Critical, failure.what(), QApplication::applicationName());
         QApplication::exit(1);
     }
 }

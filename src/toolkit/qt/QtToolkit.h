@@ -21,6 +21,8 @@ class QtToolkit : public Toolkit {
     [[nodiscard]] double PixelsPerInchY() const override;
     [[nodiscard]] int CompareText(std::string_view left, std::string_view right) const override;
 
+    /// Asks for a folder; empty when none was chosen.
+    [[nodiscard]] std::string ChooseFolder(const std::string& caption);
     /// Runs the message loop until the last form is unloaded; returns the program's exit code.
     int Run();
     /// Hands what a person did to the controls. A failure that comes out of them is shown in a box and ends

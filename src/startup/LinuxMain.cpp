@@ -1,0 +1,57 @@
+// Entry point of the window program on Linux: the volume in a window of Qt.
+#include <iostream>
+#include <memory>
+
+#include <QApplication>
+
+#include "platform/volume/VolumePlatform.h"
+#include "startup/Program.h"
+#include "toolkit/qt/QtToolkit.h"
+
+namespace {
+
+using ostrevin::Program;
+using ostrevin::qt::QtToolkit;
+using ostrevin::volume::VolumePlatform;
+
+constexpr int kCannot = 1;
+constexpr int kUsage = 2;
+constexpr char kName[] = "Ostrevin";
+
+void Tell(const std::string& line) {
+    std::cerr << "ostrevin: " << line << std::endl;
+}
+
+/// Runs the program on a volume; failures are let through.
+int RunOn(const std::string& volume, QtToolkit& toolkit) {
+    const std::unique_ptr<VolumePlatform> platform = VolumePlatform::Open(volume, Tell);
+    Program program(*platform, toolkit);
+    program.Main();
+    return toolkit.Run();
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    QApplication application(count, arguments);
+    QApplication::setApplicationName(QString::fromLatin1(kName));
+    if (count > 2) {
+        std::cerr << "usage: ostrevin [VOLUME]" << std::endl;
+        return kUsage;
+    }
+    QtToolkit toolkit;
+    const bool chosen = count < 2;
+    const std::string volume = chosen ? toolkit.ChooseFolder("Choose a Windows volume") : arguments[1];
+    if (volume.empty()) {
+        return 0;
+    }
+    try {
+        return RunOn(volume, toolkit);
+    } catch (const std::exception& failure) {
+        Tell(failure.what());
+        if (chosen) {
+            toolkit.MsgBox(nullptr, failure.what(), kName);
+        }
+        return kCannot;
+    }
+}
