@@ -12,7 +12,7 @@ namespace {
 
 using ostrevin::Program;
 using ostrevin::qt::QtToolkit;
-using ostrevin::volume::VolumePlatform;
+using ostrevin::VolumePlatform;
 
 constexpr int kCannot = 1;
 constexpr int kUsage = 2;

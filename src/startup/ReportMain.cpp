@@ -7,7 +7,7 @@
 int main(int count, char** arguments) {
     std::ios::sync_with_stdio(false);
     const auto open = [](const std::string& volume) -> std::unique_ptr<ostrevin::Platform> {
-        return ostrevin::volume::VolumePlatform::Open(
+        return ostrevin::VolumePlatform::Open(
             volume, [](const std::string& line) { std::cerr << "ostrevin-report: " << line << '\n'; });
     };
     return ostrevin::RunReport({arguments + 1, arguments + count}, open, std::cout, std::cerr);
