@@ -40,10 +40,15 @@ struct BaseBlock {
 
     /// A version that this reader knows: 1.0 to 1.6.
     [[nodiscard]] bool IsSupportedVersion() const;
-    /// No write was cut off while the block itself was written.
-    [[nodiscard]] bool IsSound() const;
+    /// The block is that of a primary file, and no write was cut off while it was written itself.
+    [[nodiscard]] bool IsSoundPrimary() const { return IsSound() && type == FileType::Primary; }
+    /// The same for the block of a transaction log.
+    [[nodiscard]] bool IsSoundLog() const { return IsSound() && type != FileType::Primary; }
     /// No write was cut off.
     [[nodiscard]] bool IsClean() const { return primarySequence == secondarySequence; }
+
+  private:
+    [[nodiscard]] bool IsSound() const;
 };
 
 /// The checksum of a base block's first 508 bytes: the exclusive or of its 32-bit integers, but never 0 or

@@ -6,13 +6,14 @@
 #include "platform/volume/regf/BaseBlock.h"
 #include "platform/volume/regf/HiveBin.h"
 #include "platform/volume/regf/KeyNode.h"
+#include "platform/volume/regf/Recovery.h"
 
 namespace ostrevin::regf {
 namespace {
 
 /// Throws unless the base block is that of a hive which can be read, whether sound or not.
-BaseBlock Usable(Bytes primary) {
-    if (primary.size() < BaseBlock::kSize) {
+BaseBlock UsableBaseBlock(Bytes primary) {
+    if (primary.size() < BaseBlock::kFieldsSize) {
         throw HiveError("The file is too short to be a registry hive.");
     }
     const auto block = BaseBlock::Read(primary);
@@ -39,13 +40,17 @@ Hive::Hive(std::vector<std::byte> bytes, const BaseBlock& baseBlock, Recovery re
       minorVersion_(baseBlock.minorVersion),
       recovery_(recovery) {}
 
-std::unique_ptr<Hive> Hive::Open(std::vector<std::byte> primary, const Logs& /*logs*/) {
-    const BaseBlock baseBlock = Usable(primary);
-    const Recovery recovery = IsDirty(primary) ? Recovery::DirtyNoLogs : Recovery::None;
-    if (!HiveBin::Read(Bytes(primary).subspan(BaseBlock::kSize), 0)) {
+std::unique_ptr<Hive> Hive::Open(std::vector<std::byte> primary, const Logs& logs) {
+    const bool isDirty = IsDirty(primary);
+    const auto recovered = isDirty ? RecoverFromLogs(primary, logs) : std::nullopt;
+    const BaseBlock baseBlock = recovered ? *recovered : UsableBaseBlock(primary);
+    const Recovery recovery = recovered ? Recovery::FromLogs
+                              : isDirty ? Recovery::DirtyNoLogs
+                                        : Recovery::None;
+    std::unique_ptr<Hive> hive(new Hive(std::move(primary), baseBlock, recovery));
+    if (!HiveBin::Read(hive->BinsBytes(), 0)) {
         throw HiveError("The registry hive is damaged: it has no first hive bin.");
     }
-    std::unique_ptr<Hive> hive(new Hive(std::move(primary), baseBlock, recovery));
     if (!KeyNode::Read(hive->Bins(), hive->rootCell_)) {
         throw HiveError("The registry hive is damaged: it has no root key.");
     }
@@ -54,7 +59,7 @@ std::unique_ptr<Hive> Hive::Open(std::vector<std::byte> primary, const Logs& /*l
 
 bool Hive::IsDirty(std::span<const std::byte> baseBlock) {
     const auto block = BaseBlock::Read(baseBlock);
-    return !block || !block->IsSound() || !block->IsClean();
+    return !block || !block->IsSoundPrimary() || !block->IsClean();
 }
 
 std::optional<std::uint64_t> Hive::LastWritten(std::span<const std::byte> baseBlock) {
@@ -66,9 +71,13 @@ Key Hive::Root() const {
     return {*this, rootCell_};
 }
 
+std::span<const std::byte> Hive::BinsBytes() const {
+    const Bytes bins = Bytes(bytes_).subspan(std::min(BaseBlock::kSize, bytes_.size()));
+    return bins.first(std::min<std::size_t>(binsSize_, bins.size()));
+}
+
 HiveBins Hive::Bins() const {
-    const Bytes bins = Bytes(bytes_).subspan(BaseBlock::kSize);
-    return {bins.first(std::min<std::size_t>(binsSize_, bins.size())), minorVersion_};
+    return {BinsBytes(), minorVersion_};
 }
 
 }  // namespace ostrevin::regf

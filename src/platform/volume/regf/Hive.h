@@ -106,6 +106,7 @@ class Hive {
     friend class Key;
     friend class Value;
     Hive(std::vector<std::byte> bytes, const BaseBlock& baseBlock, Recovery recovery);
+    [[nodiscard]] std::span<const std::byte> BinsBytes() const;
     [[nodiscard]] HiveBins Bins() const;
     std::vector<std::byte> bytes_;
     std::uint32_t rootCell_;

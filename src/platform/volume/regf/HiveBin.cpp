@@ -4,14 +4,14 @@
 
 namespace ostrevin::regf {
 
-std::optional<HiveBin> HiveBin::Read(Bytes bins, std::size_t at) {
-    if (at > bins.size() || bins.size() - at < kHeaderSize || !HasSignature(bins.subspan(at), "hbin")) {
+std::optional<HiveBin> HiveBin::Read(Bytes bytes, std::size_t at) {
+    if (bytes.size() < kHeaderSize || !HasSignature(bytes, "hbin")) {
         return std::nullopt;
     }
     HiveBin bin;
-    bin.offset = IntegerAt<std::uint32_t>(bins, at + 4);
-    bin.size = IntegerAt<std::uint32_t>(bins, at + 8);
-    bin.timestamp = IntegerAt<std::uint64_t>(bins, at + 20);
+    bin.offset = IntegerAt<std::uint32_t>(bytes, 4);
+    bin.size = IntegerAt<std::uint32_t>(bytes, 8);
+    bin.timestamp = IntegerAt<std::uint64_t>(bytes, 20);
     if (bin.offset != at || bin.size == 0 || bin.size % kUnit != 0) {
         return std::nullopt;
     }

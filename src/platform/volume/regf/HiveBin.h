@@ -18,8 +18,9 @@ struct HiveBin {
     std::uint32_t size = 0;       ///< of this bin with its header, in bytes
     std::uint64_t timestamp = 0;  ///< FILETIME; in the first bin a copy of the base block's
 
-    /// Reads the bin that stands at an offset of the hive bins; none when there is no sound one.
-    [[nodiscard]] static std::optional<HiveBin> Read(Bytes bins, std::size_t at);
+    /// Reads the header with which the bytes begin; none when it is not a sound one of a bin that stands at
+    /// an offset of the hive bins.
+    [[nodiscard]] static std::optional<HiveBin> Read(Bytes bytes, std::size_t at);
 };
 
 /// All hive bins of a hive, as the room in which its cells lie. A light reference to the bytes.
