@@ -1,6 +1,5 @@
 #include "platform/volume/lnk/LinkInfo.h"
 
-#include <algorithm>
 #include <cstdint>
 
 namespace ostrevin::lnk {
@@ -56,7 +55,9 @@ std::optional<LinkInfo> ReadLinkInfo(Bytes info, const AnsiDecoder& decode) {
     }
     if ((flags & kCommonNetworkRelativeLinkAndPathSuffix) != 0) {
         const auto at = ReadInteger<std::uint32_t>(info, 20);
-        ReadCommonNetworkRelativeLink(From(info, std::max(at, headerSize)), decode, result);
+        if (at >= headerSize) {
+            ReadCommonNetworkRelativeLink(From(info, at), decode, result);
+        }
     }
     result.commonPathSuffix = TextAt(info, 24, unicode ? 32 : 0, decode);
     return result;

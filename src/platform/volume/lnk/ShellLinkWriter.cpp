@@ -81,22 +81,30 @@ std::string_view ShareOf(std::string_view path) {
 
 /// The link information that gives both paths back.
 LinkInfo Locate(const Shortcut& shortcut) {
-    LinkInfo info;
-    const std::string& network = IsNetworkPath(shortcut.target) ? shortcut.target : shortcut.networkTarget;
-    if (IsDrivePath(shortcut.target)) {
-        info.localBasePath = shortcut.target;
+    const std::string& target = shortcut.target;
+    LinkInfo whole;
+    whole.netName = shortcut.networkTarget;
+    if (whole.netName.empty() && IsNetworkPath(target)) {
+        whole.netName = target;
     }
-    info.netName = network;
-    const std::size_t share = ShareOf(network).size();
-    const std::string suffix = share < network.size() ? network.substr(share + 1) : std::string();
-    const bool common = info.localBasePath.empty() || info.localBasePath.ends_with('\\' + suffix);
-    if (!suffix.empty() && !suffix.starts_with('\\') && common) {
-        info.netName.resize(share);
-        info.localBasePath.resize(info.localBasePath.size() -
-                                  std::min(suffix.size(), info.localBasePath.size()));
-        info.commonPathSuffix = suffix;
+    if (target != whole.netName && (IsDrivePath(target) || !whole.netName.empty())) {
+        whole.localBasePath = target;
     }
-    return info;
+    const std::size_t share = ShareOf(whole.netName).size();
+    if (share == whole.netName.size()) {
+        return whole;
+    }
+    LinkInfo split = whole;
+    const std::string suffix = whole.netName.substr(share + 1);
+    split.commonPathSuffix = suffix;
+    split.netName.resize(share);
+    if (split.localBasePath.ends_with('\\' + suffix)) {
+        split.localBasePath.resize(split.localBasePath.size() - suffix.size());
+    }
+    const bool equal =
+        JoinPath(split.netName, suffix) == whole.netName &&
+        (split.localBasePath.empty() || JoinPath(split.localBasePath, suffix) == whole.localBasePath);
+    return equal ? split : whole;
 }
 
 /// The place where an identifier list is put together.

@@ -64,16 +64,13 @@ std::string Target(const ShellLinkFile& link, const LinkInfo& info, const ShellH
     if (!info.localBasePath.empty()) {
         return JoinPath(info.localBasePath, info.commonPathSuffix);
     }
-    if (link.idList) {
-        std::string path = IdListPath(*link.idList, link.extra.specialFolder, host);
-        if (!path.empty()) {
-            return path;
-        }
-    }
     if (!info.deviceName.empty()) {
-        return JoinPath(info.deviceName, info.commonPathSuffix);
+        return JoinPath(info.deviceName + '\\', info.commonPathSuffix);
     }
     std::string path = NetworkPath(info);
+    if (path.empty() && link.idList) {
+        path = IdListPath(*link.idList, link.extra.specialFolder, host);
+    }
     return path.empty() ? Expand(host, link.extra.environmentTarget) : path;
 }
 
