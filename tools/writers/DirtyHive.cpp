@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <iterator>
 #include <stdexcept>
 
 #include "tools/writers/ByteBuffer.h"

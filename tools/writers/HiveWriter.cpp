@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <utility>
 
 #include "tools/writers/ByteBuffer.h"
