@@ -50,6 +50,13 @@ MissingPackages() {
     printf '%s\n' "$@" | grep -v -x -F -f <(sed -n 's/^installed //p' <<<"$known") || true
 }
 
+# Install PACKAGE...: by way of the command in the array asRoot, if there is one.
+Install() {
+    # A source of packages that does not answer need not be the one that matters: the installation tells.
+    "${asRoot[@]}" apt-get update -qq || true
+    "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@"
+}
+
 # InstallMissing PACKAGE...: installs those that are not there. Needs neither rights nor network if all are.
 InstallMissing() {
     command -v dpkg-query >/dev/null || Fail "this needs Debian 12 with these packages: $*"
@@ -66,7 +73,5 @@ InstallMissing() {
     Say "Installing ${missing[*]}"
     # The password is asked for before the output goes to the log.
     "${asRoot[@]}" true || Fail "these packages are missing, and sudo refused: ${missing[*]}"
-    # A source of packages that does not answer need not be the one that matters: the installation tells.
-    Quietly build/install.log "${asRoot[@]}" sh -c 'apt-get update -qq || true
-        DEBIAN_FRONTEND=noninteractive exec apt-get install -y -qq --no-install-recommends "$@"' sh "${missing[@]}"
+    Quietly build/install.log Install "${missing[@]}"
 }
