@@ -97,4 +97,19 @@ SystemTime CivilFromDate(double date) {
     return AtSecond(days, second);
 }
 
+std::optional<SystemTime> CivilFromFileTime(const FileTime& time) {
+    constexpr std::int64_t kMillisecondsPerDay = std::int64_t{kSecondsPerDay} * 1000;
+    constexpr std::int64_t kUnitsPerMillisecond = 10000;
+    static const std::int64_t kFirstDay = DaysFromCivil(1601, 1, 1);
+    if ((time.high & 0x80000000U) != 0) {
+        return std::nullopt;
+    }
+    const std::int64_t units = (std::int64_t{time.high} << 32U) | std::int64_t{time.low};
+    const std::int64_t milliseconds = units / kUnitsPerMillisecond;
+    const auto ofDay = static_cast<int>(milliseconds % kMillisecondsPerDay);
+    SystemTime civil = AtSecond(kFirstDay + milliseconds / kMillisecondsPerDay, ofDay / 1000);
+    civil.milliseconds = ofDay % 1000;
+    return civil;
+}
+
 }  // namespace ostrevin

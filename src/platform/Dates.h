@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "platform/Platform.h"
 
@@ -32,5 +33,9 @@ inline constexpr int kLastYear = 9999;
 /// A date's day and time, rounded to the second. Beyond the years of a date it is the first or the last
 /// second of them; what is no number is 1899-12-30.
 [[nodiscard]] SystemTime CivilFromDate(double date);
+
+/// The day and time of a FILETIME, in whichever zone it is given; none for one that Windows does not convert,
+/// whose highest bit is set.
+[[nodiscard]] std::optional<SystemTime> CivilFromFileTime(const FileTime& time);
 
 }  // namespace ostrevin

@@ -86,5 +86,20 @@ TEST(Dates, KnowWhatTheCalendarHas) {
     EXPECT_FALSE(IsCivil(Civil(2009, 1, 1, 0, 0, 60)));
 }
 
+FileTime UnitsSince1601(std::uint64_t units) {
+    return {static_cast<std::uint32_t>(units), static_cast<std::uint32_t>(units >> 32U)};
+}
+
+TEST(Dates, FileTimesCountFrom1601) {
+    ExpectCivil(CivilFromFileTime({0, 0}).value(), Civil(1601, 1, 1));
+    const SystemTime civil = CivilFromFileTime(UnitsSince1601(128938729389876543U)).value();
+    ExpectCivil(civil, Civil(2009, 8, 4, 15, 22, 18));
+    EXPECT_EQ(civil.milliseconds, 987);
+    ExpectCivil(CivilFromFileTime(UnitsSince1601(0x7FFFFFFFFFFFFFFFU)).value(),
+                Civil(30828, 9, 14, 2, 48, 5));
+    EXPECT_FALSE(CivilFromFileTime(UnitsSince1601(0x8000000000000000U)));
+    EXPECT_FALSE(CivilFromFileTime({0xFFFFFFFF, 0xFFFFFFFF}));
+}
+
 }  // namespace
 }  // namespace ostrevin
