@@ -28,6 +28,7 @@ enum ResultCode : std::int32_t {
     kSharingViolation = 32,
     kBadNetworkPath = 53,
     kInvalidParameter = 87,
+    kBadPathName = 161,
     kMoreData = 234,
     kNoMoreItems = 259,
     kBadDatabase = 1009,      // the registry database is corrupt

@@ -1,0 +1,119 @@
+#include "platform/volume/HiveStore.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "platform/volume/VolumeFiles.h"
+
+namespace ostrevin {
+namespace {
+
+using Bytes = std::span<const std::byte>;
+
+constexpr std::size_t kFieldsOfBaseBlock = 512;
+
+bool HasSignature(Bytes file) {
+    constexpr std::array kSignature = {std::byte{'r'}, std::byte{'e'}, std::byte{'g'}, std::byte{'f'}};
+    return file.size() >= kSignature.size() && std::equal(kSignature.begin(), kSignature.end(), file.begin());
+}
+
+/// A line stays one line, whatever the names of the evidence hold.
+std::string WithoutControls(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
+        '?');
+    return text;
+}
+
+}  // namespace
+
+HiveStore::HiveStore(const VolumeFiles& files, Notice notice) : files_(files), notice_(std::move(notice)) {}
+
+const regf::Hive* HiveStore::Load(const std::string& path, std::int32_t& result) {
+    // A file in a folder without rights has no place on the host that could be told.
+    const std::string hostPath = files_.HostPath(path).value_or(path);
+    result = kSuccess;
+    if (const auto known = hives_.find(hostPath); known != hives_.end()) {
+        return known->second.get();
+    }
+    std::unique_ptr<regf::Hive> hive = Read(path, hostPath, result);
+    return hive ? hives_.emplace(hostPath, std::move(hive)).first->second.get() : nullptr;
+}
+
+const regf::Hive* HiveStore::LoadRequired(const std::string& path) {
+    std::int32_t result = kSuccess;
+    const regf::Hive* hive = Load(path, result);
+    if (result == kFileNotFound || result == kPathNotFound) {
+        Tell(path, "The registry hive is missing.");
+    }
+    return hive;
+}
+
+std::optional<std::uint64_t> HiveStore::LastWritten(const std::string& path) const {
+    std::int32_t result = kSuccess;
+    const std::unique_ptr<InputFile> file = files_.Open(path, result);
+    std::array<std::byte, kFieldsOfBaseBlock> beginning{};
+    if (!file || file->Read(0, beginning) != beginning.size()) {
+        return std::nullopt;
+    }
+    return regf::Hive::LastWritten(beginning);
+}
+
+std::unique_ptr<regf::Hive> HiveStore::Read(const std::string& path, const std::string& hostPath,
+                                            std::int32_t& result) {
+    const std::unique_ptr<InputFile> file = files_.Open(path, result);
+    if (!file) {
+        if (result == kAccessDenied) {
+            Tell(hostPath, "The registry hive cannot be opened for reading.");
+        }
+        return nullptr;
+    }
+    result = kBadDatabase;
+    if (file->Size() > kLargestHive) {
+        Tell(hostPath, "The file is too large to be a registry hive.");
+        return nullptr;
+    }
+    std::optional<std::vector<std::byte>> bytes = ReadAll(*file, kLargestHive);
+    if (!bytes) {
+        Tell(hostPath, "The registry hive cannot be read to its end.");
+        return nullptr;
+    }
+    const bool hasSignature = HasSignature(*bytes);
+    const Bytes beginning = Bytes(*bytes).first(std::min(bytes->size(), kFieldsOfBaseBlock));
+    const regf::Logs logs = regf::Hive::IsDirty(beginning) ? ReadLogs(path) : regf::Logs();
+    std::unique_ptr<regf::Hive> hive;
+    try {
+        hive = regf::Hive::Open(std::move(*bytes), logs);
+    } catch (const regf::HiveError& error) {
+        Tell(hostPath, error.what());
+        result = hasSignature ? kBadDatabase : kNotRegistryFile;
+        return nullptr;
+    }
+    if (hive->HowRecovered() == regf::Recovery::FromLogs) {
+        Tell(hostPath, "The registry hive was not written out and has been recovered from its logs.");
+    } else if (hive->HowRecovered() == regf::Recovery::DirtyNoLogs) {
+        Tell(hostPath, "The registry hive was not written out and no log fits it: it is read as it stands.");
+    }
+    result = kSuccess;
+    return hive;
+}
+
+regf::Logs HiveStore::ReadLogs(const std::string& path) const {
+    const auto read = [&](const char* ending) {
+        std::int32_t result = kSuccess;
+        const std::unique_ptr<InputFile> file = files_.Open(path + ending, result);
+        return file ? ReadAll(*file, kLargestHive).value_or(std::vector<std::byte>())
+                    : std::vector<std::byte>();
+    };
+    return {read(".LOG"), read(".LOG1"), read(".LOG2")};
+}
+
+void HiveStore::Tell(const std::string& file, const std::string& reason) {
+    if (told_.insert(file).second && notice_) {
+        notice_(WithoutControls(file + ": " + reason));
+    }
+}
+
+}  // namespace ostrevin

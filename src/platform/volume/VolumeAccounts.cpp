@@ -1,0 +1,161 @@
+#include "platform/volume/VolumeAccounts.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+#include <tuple>
+
+#include "platform/Text.h"
+#include "platform/volume/HiveStore.h"
+#include "platform/volume/VolumeEnvironment.h"
+#include "platform/volume/VolumeFiles.h"
+#include "platform/volume/VolumeRegistry.h"
+
+namespace ostrevin {
+namespace {
+
+constexpr const char* kProfileList = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList";
+constexpr const char* kWinlogon = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Winlogon";
+
+/// A user's security identifier: that of the machine or domain, and the number within it.
+struct UserSid {
+    std::string domain;
+    std::uint32_t relativeId = 0;
+};
+
+std::optional<std::uint32_t> WholeNumber(std::string_view text) {
+    std::uint32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+/// None unless the text is S-1-5-21-A-B-C-R.
+std::optional<UserSid> ParseUserSid(const std::string& sid) {
+    constexpr std::string_view kHead = "S-1-5-21-";
+    if (!EqualNoCase(sid.substr(0, kHead.size()), kHead)) {
+        return std::nullopt;
+    }
+    std::vector<std::uint32_t> numbers;
+    for (std::size_t start = kHead.size(); start <= sid.size();) {
+        const std::size_t end = std::min(sid.find('-', start), sid.size());
+        const std::optional<std::uint32_t> number =
+            WholeNumber(std::string_view(sid).substr(start, end - start));
+        if (!number) {
+            return std::nullopt;
+        }
+        numbers.push_back(*number);
+        start = end + 1;
+    }
+    if (numbers.size() != 4) {
+        return std::nullopt;
+    }
+    return UserSid{UpperCase(sid.substr(0, sid.rfind('-'))), numbers.back()};
+}
+
+std::string LastComponent(const std::string& path) {
+    const std::size_t end = path.find_last_not_of('\\') + 1;
+    const std::size_t start = path.find_last_of('\\', end == 0 ? 0 : end - 1) + 1;
+    return start < end ? path.substr(start, end - start) : std::string();
+}
+
+/// The name under which a user logged on last, from the shell's part of the user's hive.
+std::string LogonUserName(const regf::Hive& hive) {
+    std::optional<regf::Key> key = hive.Root();
+    for (const char* name : {"Software", "Microsoft", "Windows", "CurrentVersion", "Explorer"}) {
+        key = key ? key->FindSubKey(name) : std::nullopt;
+    }
+    const std::optional<regf::Value> value = key ? key->FindValue("Logon User Name") : std::nullopt;
+    return value ? TextOf(*value) : std::string();
+}
+
+}  // namespace
+
+VolumeAccounts::VolumeAccounts(const VolumeFiles& files, HiveStore& hives, VolumeRegistry& registry,
+                               VolumeEnvironment& environment)
+    : files_(files),
+      hives_(hives),
+      registry_(registry),
+      environment_(environment),
+      sam_(registry),
+      profiles_(ReadProfiles()),
+      loggedOn_(FindLoggedOnUser()) {}
+
+std::optional<std::string> VolumeAccounts::NameOf(const std::string& sid) {
+    const auto known = names_.find(sid);
+    return known == names_.end() ? names_.emplace(sid, FindName(sid)).first->second : known->second;
+}
+
+bool VolumeAccounts::CanReadEverything(const std::vector<std::string>& configHives) const {
+    const auto opening = [this](const std::string& path) {
+        std::int32_t result = kSuccess;
+        const std::unique_ptr<InputFile> file = files_.Open(path, result);
+        return result;
+    };
+    return std::all_of(configHives.begin(), configHives.end(),
+                       [&](const std::string& hive) { return opening(hive) == kSuccess; }) &&
+           std::none_of(profiles_.begin(), profiles_.end(),
+                        [&](const Profile& profile) { return opening(profile.HiveFile()) == kAccessDenied; });
+}
+
+GroupUser VolumeAccounts::Administratorship() {
+    const auto object = [machine = environment_.Get("COMPUTERNAME")](const char* kind,
+                                                                     const std::string& name) {
+        return "\\\\.\\root\\cimv2:" + std::string(kind) + ".Domain=\"" + machine + "\",Name=\"" + name +
+               "\"";
+    };
+    return {object("Win32_Group", "Administrators"),
+            object("Win32_UserAccount", loggedOn_ ? loggedOn_->name : std::string())};
+}
+
+std::vector<VolumeAccounts::Profile> VolumeAccounts::ReadProfiles() {
+    std::vector<Profile> profiles;
+    if (const std::optional<regf::Key> list = registry_.Find(kLocalMachine, kProfileList)) {
+        for (const regf::Key& key : list->SubKeys()) {
+            const std::optional<regf::Value> path = key.FindValue("ProfileImagePath");
+            profiles.push_back({key.Name(), path ? environment_.Expand(TextOf(*path)) : std::string()});
+        }
+    }
+    return profiles;
+}
+
+std::optional<std::string> VolumeAccounts::FindName(const std::string& sid) {
+    const std::optional<UserSid> parts = ParseUserSid(sid);
+    if (!parts) {
+        return std::nullopt;
+    }
+    if (parts->domain == sam_.MachineSid()) {
+        return sam_.NameOf(parts->relativeId);
+    }
+    const auto profile = std::find_if(profiles_.begin(), profiles_.end(),
+                                      [&](const Profile& p) { return EqualNoCase(p.sid, sid); });
+    return profile == profiles_.end() ? std::nullopt : DomainName(*profile);
+}
+
+std::optional<std::string> VolumeAccounts::DomainName(const Profile& profile) {
+    std::int32_t result = kSuccess;
+    const regf::Hive* hive = hives_.Load(profile.HiveFile(), result);
+    std::string name = hive == nullptr ? std::string() : LogonUserName(*hive);
+    if (name.empty()) {
+        name = LastComponent(profile.folder);
+    }
+    return name.empty() ? std::nullopt : std::optional(name);
+}
+
+std::optional<VolumeAccounts::User> VolumeAccounts::FindLoggedOnUser() {
+    const std::string wanted = registry_.Text(kLocalMachine, kWinlogon, "DefaultUserName");
+    std::optional<User> best;
+    std::tuple<bool, std::uint64_t> bestRank;
+    for (const Profile& profile : profiles_) {
+        const std::optional<std::string> name = NameOf(profile.sid);
+        const std::optional<std::uint64_t> written = hives_.LastWritten(profile.HiveFile());
+        const bool isWanted = name && !wanted.empty() && EqualNoCase(*name, wanted);
+        const std::tuple rank(isWanted, written.value_or(0));
+        if (name && (isWanted || written) && (!best || rank > bestRank)) {
+            best = User{*name, profile};
+            bestRank = rank;
+        }
+    }
+    return best;
+}
+
+}  // namespace ostrevin

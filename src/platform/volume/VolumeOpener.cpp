@@ -1,0 +1,93 @@
+#include "platform/volume/VolumeOpener.h"
+
+#include <fstream>
+#include <optional>
+#include <vector>
+
+#include "platform/Text.h"
+#include "platform/volume/CharsetDecoder.h"
+#include "platform/volume/Examiner.h"
+#include "platform/volume/OpenerPolicy.h"
+#include "platform/volume/VolumeFiles.h"
+
+namespace ostrevin {
+namespace {
+
+bool IsUtf8(std::string_view text) {
+    constexpr char32_t kReplacement = 0xFFFD;
+    while (!text.empty()) {
+        if (TakeCharacter(text) == kReplacement) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The first bytes of a file of the host; none when it cannot be read.
+std::optional<std::string> BeginningOf(const std::string& hostFile) {
+    std::ifstream stream(hostFile, std::ios::binary);
+    std::string beginning(kTellingBytes, '\0');
+    stream.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
+    if (stream.bad() || !stream.is_open()) {
+        return std::nullopt;
+    }
+    beginning.resize(static_cast<std::size_t>(stream.gcount()));
+    return beginning;
+}
+
+}  // namespace
+
+int VolumeOpener::Open(const std::string& item, const std::string& applicationFolder,
+                       const CharsetDecoder& decoder) {
+    if (item.starts_with(applicationFolder)) {
+        return OpenOwnFile(item, applicationFolder);
+    }
+    const std::string scheme = SchemeOf(item);
+    if (scheme.empty()) {
+        return OpenFromVolume(item);
+    }
+    if (scheme != "file") {
+        return OpenAddress(item);
+    }
+    const std::string path = PathOfFileAddress(item);
+    return OpenFromVolume(IsUtf8(path) ? path : decoder.Decode(path));
+}
+
+int VolumeOpener::OpenOwnFile(const std::string& file, const std::string& applicationFolder) {
+    const std::string place = examiner_.ResolvedPath(file);
+    if (place.empty()) {
+        return kOpenFileNotFound;
+    }
+    if (!place.starts_with(examiner_.ResolvedPath(applicationFolder) + "/")) {
+        return kOpenRefused;
+    }
+    const std::optional<std::string> beginning = BeginningOf(place);
+    return beginning && !LooksExecutable(std::as_bytes(std::span(*beginning))) ? HandOver(place)
+                                                                               : kOpenRefused;
+}
+
+int VolumeOpener::OpenAddress(const std::string& address) {
+    const std::optional<std::string> permitted = PermittedAddress(address);
+    return permitted ? HandOver(*permitted) : kOpenRefused;
+}
+
+int VolumeOpener::OpenFromVolume(const std::string& path) {
+    const std::optional<std::string> place = files_.HostPath(path);
+    if (!place) {
+        return kOpenFileNotFound;
+    }
+    std::int32_t result = kSuccess;
+    const std::unique_ptr<InputFile> file = files_.Open(path, result);
+    if (!file || !IsPassiveName(*place)) {
+        return kOpenRefused;
+    }
+    std::vector<std::byte> beginning(kTellingBytes);
+    beginning.resize(file->Read(0, beginning));
+    return LooksExecutable(beginning) ? kOpenRefused : HandOver(*place);
+}
+
+int VolumeOpener::HandOver(const std::string& item) {
+    return examiner_.Open(item) ? kOpened : kOpenNoOpener;
+}
+
+}  // namespace ostrevin

@@ -1,0 +1,38 @@
+// Opening a document or an address of the examined machine on the examiner's desktop.
+#pragma once
+
+#include <string>
+
+namespace ostrevin {
+
+class CharsetDecoder;
+class Examiner;
+class VolumeFiles;
+
+/// What the opening call returns; more than 32 is success.
+enum OpenResult : int {
+    kOpenFileNotFound = 2,
+    kOpenRefused = 5,
+    kOpenNoOpener = 31,
+    kOpened = 33,
+};
+
+class VolumeOpener {
+  public:
+    VolumeOpener(const VolumeFiles& files, Examiner& examiner) : files_(files), examiner_(examiner) {}
+
+    /// Opens a passive document of the volume, an address of the web or of mail, or a file in the program's
+    /// own folder; all else, and whatever could execute, is refused. The decoder is for addresses of files.
+    int Open(const std::string& item, const std::string& applicationFolder, const CharsetDecoder& decoder);
+
+  private:
+    [[nodiscard]] int OpenOwnFile(const std::string& file, const std::string& applicationFolder);
+    [[nodiscard]] int OpenAddress(const std::string& address);
+    [[nodiscard]] int OpenFromVolume(const std::string& path);
+    [[nodiscard]] int HandOver(const std::string& item);
+
+    const VolumeFiles& files_;
+    Examiner& examiner_;
+};
+
+}  // namespace ostrevin
