@@ -6,7 +6,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QScrollBar>
+#include <QProxyStyle>
 #include <QToolTip>
 
 #include "controls/Container.h"
@@ -14,10 +14,24 @@
 namespace ostrevin::qt {
 namespace {
 
+/// Keeps texts away from the edges of their cells, so that a number does not touch the date beside it.
+class RoomyStyle : public QProxyStyle {
+  public:
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                                  const QWidget* widget) const override {
+        constexpr int kCellMargin = 5;
+        return metric == PM_FocusFrameHMargin || metric == PM_HeaderMargin
+                   ? kCellMargin
+                   : QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
 /// Tells what a person chose, by mouse (each click, also on what is selected) and by keyboard (each move).
 class ListWidget : public QTreeView {
   public:
     ListWidget(QtListView& view, QWidget* parent) : QTreeView(parent), view_(view) {
+        setStyle(&style_);
+        header()->setStyle(&style_);
         connect(header(), &QHeaderView::sectionResized, this, [this] {
             if (!fitting_) {
                 firstColumnFits_ = false;
@@ -94,6 +108,7 @@ class ListWidget : public QTreeView {
     }
 
     QtListView& view_;
+    RoomyStyle style_;
     bool firstColumnFits_ = true;
     bool fitting_ = false;
 };
