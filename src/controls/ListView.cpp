@@ -54,10 +54,10 @@ ColumnHeader& ListView::Column(int index) {
 }
 
 ListItem& ListView::Add(const std::string& key, std::string text) {
-    if (!key.empty() && byKey_.contains(key)) {
+    auto item = std::make_unique<ListItem>(key, std::move(text));
+    if (!key.empty() && !byKey_.try_emplace(item->Key(), item.get()).second) {
         throw ControlError("Key is not unique in collection: " + key);
     }
-    auto item = std::make_unique<ListItem>(key, std::move(text));
     ListItem& added = *item;
     added.list_ = this;
     added.row_ = items_.size();
@@ -68,9 +68,6 @@ ListItem& ListView::Add(const std::string& key, std::string text) {
         items_.insert(place, std::move(item));
     } else {
         items_.push_back(std::move(item));
-    }
-    if (!key.empty()) {
-        byKey_.emplace(added.Key(), &added);
     }
     RowsChanged();
     return added;

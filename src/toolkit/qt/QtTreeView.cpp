@@ -63,11 +63,19 @@ void QtTreeView::AddWithChildren(TreeNode& node) {
     }
 }
 
+const QIcon& QtTreeView::IconFor(const std::string& key) {
+    const auto [icon, isNew] = icons_.try_emplace(key);
+    if (isNew) {
+        icon->second = IconOf(Control().Images(), key);
+    }
+    return icon->second;
+}
+
 void QtTreeView::NodeAdded(TreeNode& node) {
     auto* item = node.Parent() == nullptr ? new QTreeWidgetItem(widget_)
                                           : new QTreeWidgetItem(items_.at(node.Parent()));
     item->setText(0, Text(node.Text()));
-    item->setIcon(0, IconOf(Control().Images(), node.Image()));
+    item->setIcon(0, IconFor(node.Image()));
     items_[&node] = item;
     nodes_[item] = &node;
 }

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <map>
+#include <string>
 
+#include <QIcon>
 #include <QTreeWidget>
 
 #include "controls/TreeView.h"
@@ -22,9 +24,11 @@ class QtTreeView : public WidgetView<TreeViewView, TreeView> {
 
   private:
     void AddWithChildren(TreeNode& node);
+    [[nodiscard]] const QIcon& IconFor(const std::string& key);
 
     QtToolkit& toolkit_;
     QTreeWidget* widget_;
+    std::map<std::string, QIcon> icons_;  // each is shared by the nodes that show it
     std::map<const TreeNode*, QTreeWidgetItem*> items_;
     std::map<const QTreeWidgetItem*, TreeNode*> nodes_;
 };
