@@ -35,7 +35,7 @@ template <typename Characters>
 std::weak_ordering CompareNoCase(Characters name, TextCharacters text) {
     while (!name.AtEnd() && !text.AtEnd()) {
         const std::weak_ordering order = UpperCase(name.Take()) <=> UpperCase(text.Take());
-        if (order != 0) {
+        if (std::is_neq(order)) {
             return order;
         }
     }

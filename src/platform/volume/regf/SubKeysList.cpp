@@ -9,6 +9,7 @@ namespace ostrevin::regf {
 namespace {
 
 constexpr std::size_t kHeaderSize = 4;
+constexpr std::size_t kSmallestCell = 8;
 
 /// The size of an element of the leaf in a cell; 0 when it is no leaf.
 std::size_t LeafElementSize(Bytes cell) {
@@ -29,24 +30,26 @@ Bytes Elements(Bytes cell, std::size_t elementSize) {
 
 std::vector<SubKeysLeaf> ReadSubKeysList(const HiveBins& bins, std::uint32_t offset) {
     std::vector<SubKeysLeaf> leaves;
-    std::size_t room = bins.Size() / KeyNode::kFixedSize;
-    std::unordered_set<std::uint32_t> met;
+    std::size_t keyRoom = bins.Size() / KeyNode::kFixedSize;
+    std::size_t listRoom = bins.Size() / kSmallestCell;
+    std::unordered_set<std::uint32_t> rootsMet;
     // Lists still to read, the next one last, so that index roots may stand in index roots without recursion.
     std::vector<std::uint32_t> waiting = {offset};
     while (!waiting.empty()) {
         const std::uint32_t next = waiting.back();
         waiting.pop_back();
         const Bytes cell = bins.Cell(next);
-        if (cell.size() < kHeaderSize || !met.insert(next).second) {
+        if (cell.size() < kHeaderSize) {
             continue;
         }
         const std::size_t leafElementSize = LeafElementSize(cell);
         const bool isRoot = HasSignature(cell, "ri");
-        if (leafElementSize == 0 && !isRoot) {
+        if (isRoot ? !rootsMet.insert(next).second : leafElementSize == 0) {
             continue;
         }
         const std::size_t elementSize = isRoot ? sizeof(std::uint32_t) : leafElementSize;
         Bytes elements = Elements(cell, elementSize);
+        std::size_t& room = isRoot ? listRoom : keyRoom;
         const std::size_t count = std::min(room, elements.size() / elementSize);
         room -= count;
         elements = elements.first(count * elementSize);

@@ -30,8 +30,8 @@ class SubKeysLeaf {
     std::size_t elementSize_;
 };
 
-/// The leaves of the list at an offset, in order, those below index roots included. A list met again is left
-/// out, and all leaves together have no more elements than the hive has room for keys.
+/// The leaves of the list at an offset, in order, those below index roots included. An index root met again
+/// is left out, and all lists together have no more elements than the hive has room for.
 [[nodiscard]] std::vector<SubKeysLeaf> ReadSubKeysList(const HiveBins& bins, std::uint32_t offset);
 
 }  // namespace ostrevin::regf

@@ -1,3 +1,5 @@
+#include <compare>
+
 #include "platform/volume/regf/Hive.h"
 #include "platform/volume/regf/KeyValue.h"
 
@@ -17,7 +19,7 @@ std::uint32_t Value::NameLength() const {
 }
 
 bool Value::HasName(std::string_view name) const {
-    return Stored().name.Compare(name) == 0;
+    return std::is_eq(Stored().name.Compare(name));
 }
 
 std::uint32_t Value::Type() const {
