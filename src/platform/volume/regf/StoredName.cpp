@@ -1,5 +1,7 @@
 #include "platform/volume/regf/StoredName.h"
 
+#include <algorithm>
+
 #include "platform/Text.h"
 
 namespace ostrevin::regf {
@@ -48,12 +50,11 @@ std::string StoredName::Text() const {
     if (!compressed) {
         return Utf16ToUtf8(bytes);
     }
-    std::string text;
-    text.reserve(bytes.size());
-    for (const std::byte byte : bytes) {
-        AppendCharacter(text, std::to_integer<char32_t>(byte));
-    }
-    return text;
+    std::string latin(bytes.size(), '\0');
+    std::ranges::transform(bytes, latin.begin(), [](std::byte byte) { return std::to_integer<char>(byte); });
+    const bool isAscii =
+        std::ranges::none_of(bytes, [](std::byte byte) { return (byte >> 7) != std::byte{0}; });
+    return isAscii ? latin : Latin1ToUtf8(latin);
 }
 
 std::uint32_t StoredName::Length() const {
