@@ -263,9 +263,8 @@ void AddOddVisits(Profile& profile) {
     std::vector<IndexRecord>& visits = profile.Visits();
     // Records that end with their block: the scan passes over the block that follows.
     for (const std::size_t end : {std::size_t{0}, std::size_t{127}}) {
-        const std::string address =
-            PadAddress("http://long.example.com/ends-at-" + std::to_string(end) + "/", end);
-        const std::string padded = PadAddress(std::string(prefix) + address, end);
+        const std::string padded = PadAddress(
+            std::string(prefix) + "http://long.example.com/ends-at-" + std::to_string(end) + "/", end);
         const std::array<std::string_view, 2> pair = {std::string_view(padded).substr(prefix.size()),
                                                       "http://follower.example.com/"};
         profile.Visited(prefix, pair);

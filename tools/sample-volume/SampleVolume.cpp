@@ -8,6 +8,7 @@
 #include "tools/sample-volume/Machine.h"
 #include "tools/sample-volume/People.h"
 #include "tools/writers/DirtyHive.h"
+#include "tools/writers/Times.h"
 
 namespace ostrevin::samples {
 namespace {
@@ -28,9 +29,7 @@ std::string LogPath(const std::string& hivePath) {
 }
 
 DirtyHive DirtyBytes(const HiveFile& hive) {
-    HiveOptions earlier = hive.options;
-    earlier.lastWritten -= 1;
-    return MakeDirtyHive(WriteHive(*hive.before, earlier), WriteHive(hive.root, hive.options));
+    return MakeDirtyHive(WriteHive(*hive.before, OptionsBefore(hive)), WriteHive(hive.root, hive.options));
 }
 
 struct Encoder {
@@ -74,6 +73,12 @@ const SampleFile* SampleVolume::Find(std::string_view path) const {
     const auto found =
         std::find_if(files_.begin(), files_.end(), [&](const SampleFile& file) { return file.path == path; });
     return found == files_.end() ? nullptr : &*found;
+}
+
+HiveOptions OptionsBefore(const HiveFile& hive) {
+    HiveOptions options = hive.options;
+    options.lastWritten -= kHour;
+    return options;
 }
 
 std::vector<std::byte> BytesOf(const SampleFile& file) {

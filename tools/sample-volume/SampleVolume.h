@@ -24,6 +24,9 @@ struct HiveFile {
     std::optional<HiveKey> before;
 };
 
+/// How the state before was written: an hour earlier.
+HiveOptions OptionsBefore(const HiveFile& hive);
+
 struct IndexFile {
     std::vector<IndexRecord> records;
     IndexOptions options;

@@ -321,9 +321,11 @@ class Writer {
         ByteBuffer segments;
         std::uint16_t count = 0;
         for (; !data.empty(); ++count) {
-            const auto segment = data.first(std::min(data.size(), kSegment));
-            segments.U32(bins_.Allocate(segment));
-            data = data.subspan(segment.size());
+            ByteBuffer segment;
+            segment.Bytes(data.first(std::min(data.size(), kSegment)));
+            data = data.subspan(segment.Size());
+            segment.PadTo(segment.Size() + (options_.tightSegments ? 0 : 4));
+            segments.U32(bins_.Allocate(segment.View()));
         }
         ByteBuffer record;
         record.Text("db");

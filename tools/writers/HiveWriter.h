@@ -61,7 +61,10 @@ struct HiveOptions {
     bool compressNames = true;
     /// Data of up to 4 bytes stands in the value itself.
     bool inlineData = true;
-    std::string fileName;           ///< in the base block; UTF-8, its last 31 characters count
+    /// Some readers take the last four bytes of each cell of split data for no part of the data. Cells have
+    /// four bytes to spare for them, unless they are to be tight.
+    bool tightSegments = false;
+    std::string fileName{};         ///< in the base block; UTF-8, its last 31 characters count
     std::uint64_t lastWritten = 0;  ///< FILETIME
     std::uint32_t primarySequence = 1;
     std::uint32_t secondarySequence = 1;  ///< other than the primary one: the hive is dirty

@@ -37,8 +37,8 @@ struct IndexRecord {
 };
 
 struct IndexOptions {
-    std::vector<std::string> folders;         ///< names of cache folders, 8 characters each
-    std::optional<std::uint32_t> scanOffset;  ///< in place of the hash table's offset
+    std::vector<std::string> folders{};         ///< names of cache folders, 8 characters each
+    std::optional<std::uint32_t> scanOffset{};  ///< in place of the hash table's offset
     std::uint32_t spareBlocks = 0;  ///< free blocks at the end, at least; the file grows in steps of 16 KiB
     std::size_t cutBytes = 0;       ///< taken off the end of the file, which ends right after its records
 };
