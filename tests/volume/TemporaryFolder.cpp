@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -62,6 +63,13 @@ void TemporaryFolder::MakeFifo(const std::string& name) const {
 
 void TemporaryFolder::Shut(const std::string& name) const {
     std::filesystem::permissions(path_ / name, std::filesystem::perms::none);
+}
+
+std::string BytesOfFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << stream.rdbuf();
+    return bytes.str();
 }
 
 OrdinaryUser::OrdinaryUser() {

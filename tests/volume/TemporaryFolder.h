@@ -33,6 +33,9 @@ class TemporaryFolder {
     std::filesystem::path path_;
 };
 
+/// The bytes of a file of the host; empty when there is none.
+[[nodiscard]] std::string BytesOfFile(const std::filesystem::path& file);
+
 /// While it lives, files without rights cannot be read, not even by a test run of the superuser.
 class OrdinaryUser {
   public:

@@ -107,7 +107,7 @@ std::int32_t Examiner::UtcBias() const {
 
 std::string Examiner::ApplicationFolder(const VolumeFiles& evidence) const {
     std::string folder = ExecutableFolder();
-    if (access(folder.c_str(), W_OK) == 0 && evidence.IsOutside(folder)) {
+    if (faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) == 0 && evidence.IsOutside(folder)) {
         return folder;
     }
     const std::string settings = SettingsFolder();

@@ -1,0 +1,199 @@
+#include <chrono>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <locale.h>
+#include <thread>
+
+#include "platform/Dates.h"
+#include "platform/volume/Examiner.h"
+#include "tests/volume/EnvironmentVariable.h"
+#include "tests/volume/TestVolume.h"
+
+namespace ostrevin {
+namespace {
+
+const double kAugust = DateFromCivil({2009, 8, 4, 15, 22, 18, 0});
+
+TEST(Examiner, WritesDatesInTheLocaleForTimes) {
+    for (const char* plain : {"C", "POSIX", "C.UTF-8", "C.utf8", "xx_NONE"}) {
+        const EnvironmentVariable locale("LC_ALL", plain);
+        EXPECT_EQ(Examiner().Dates().Write(kAugust, DateForm::General), "8/4/2009 3:22:18 PM") << plain;
+    }
+    const EnvironmentVariable all("LC_ALL", "");
+    const EnvironmentVariable time("LC_TIME", "C");
+    const EnvironmentVariable language("LANG", "de_DE.UTF-8");
+    EXPECT_EQ(Examiner().Dates().Write(kAugust, DateForm::ShortDate), "8/4/2009");
+}
+
+TEST(Examiner, FollowsEveryInstalledLocale) {
+    const struct {
+        const char* name;
+        const char* written;
+    } locales[] = {{"de_DE.UTF-8", "04.08.2009 15:22:18"},
+                   {"de_DE.ISO-8859-1", "04.08.2009 15:22:18"},
+                   {"en_US.UTF-8", "08/04/2009 03:22:18 PM"},
+                   {"en_GB.UTF-8", "04/08/2009 15:22:18"},
+                   {"ja_JP.UTF-8", "2009年08月04日 15時22分18秒"},
+                   {"ja_JP.EUC-JP", "2009年08月04日 15時22分18秒"},
+                   {"zh_TW.UTF-8", "西元2009年08月04日 (週二) 15時22分18秒"}};
+    for (const auto& expected : locales) {
+        const locale_t installed = newlocale(LC_TIME_MASK, expected.name, nullptr);
+        if (installed == nullptr) {
+            continue;
+        }
+        freelocale(installed);
+        const EnvironmentVariable locale("LC_ALL", expected.name);
+        const Examiner examiner;
+        EXPECT_EQ(examiner.Dates().Write(kAugust, DateForm::General), expected.written) << expected.name;
+        EXPECT_EQ(examiner.Dates().Read(expected.written), kAugust) << expected.name;
+    }
+}
+
+TEST(Examiner, KnowsTheLocalTime) {
+    const EnvironmentVariable zone("TZ", "XXX3:30");
+    EXPECT_EQ(Examiner().UtcBias(), 210);
+    const EnvironmentVariable east("TZ", "XXX-2");
+    EXPECT_EQ(Examiner().UtcBias(), -120);
+    const double utc = 25569.0 + static_cast<double>(std::time(nullptr)) / 86400;
+    EXPECT_NEAR(Examiner().Now(), utc + 2.0 / 24, 2.0 / 86400);
+}
+
+TEST(Examiner, KeepsItsFilesBesideTheProgram) {
+    const TemporaryFolder evidence;
+    const std::string folder = Examiner().ApplicationFolder(VolumeFiles(evidence.Path()));
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_EQ(folder, program.parent_path().string() + "/");
+}
+
+TEST(Examiner, KeepsItsFilesAmongTheUsersSettingsWhereItCannotWrite) {
+    const TemporaryFolder evidence;
+    const TemporaryFolder home;
+    const VolumeFiles files(evidence.Path());
+    std::filesystem::permissions(home.Path(), std::filesystem::perms::all);
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    const auto before = std::filesystem::status(program).permissions();
+    std::filesystem::permissions(
+        program, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec |
+                     std::filesystem::perms::others_read | std::filesystem::perms::others_exec);
+    {
+        const OrdinaryUser user;
+        const EnvironmentVariable homeFolder("HOME", home.Path().string());
+        const EnvironmentVariable relative("XDG_CONFIG_HOME", "relative");
+        EXPECT_EQ(Examiner().ApplicationFolder(files), home / ".config/ostrevin/");
+        EXPECT_TRUE(std::filesystem::is_directory(home / ".config/ostrevin"));
+        const EnvironmentVariable settings("XDG_CONFIG_HOME", home / "settings");
+        EXPECT_EQ(Examiner().ApplicationFolder(files), home / "settings/ostrevin/");
+        EXPECT_TRUE(std::filesystem::is_directory(home / "settings/ostrevin"));
+    }
+    std::filesystem::permissions(program, before);
+}
+
+TEST(Examiner, KeepsNothingInTheEvidence) {
+    const TemporaryFolder home;
+    const EnvironmentVariable settings("XDG_CONFIG_HOME", home.Path().string());
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_EQ(Examiner().ApplicationFolder(VolumeFiles(program.parent_path())), home / "ostrevin/");
+}
+
+/// A desktop whose opener notes what it is given.
+class OpenerTest : public testing::Test {
+  protected:
+    OpenerTest() {
+        desktop_.Write("bin/xdg-open", "#!/bin/sh\nprintf '%s' \"$*\" > \"" + (desktop_ / "new") +
+                                           "\"\nmv \"" + (desktop_ / "new") + "\" \"" +
+                                           (desktop_ / "opened") + "\"\n");
+        std::filesystem::permissions(desktop_ / "bin/xdg-open", std::filesystem::perms::owner_all);
+        platform_ = volume_.Make();
+    }
+
+    int Open(const std::string& item, const std::string& verb = "open") {
+        return platform_->ShellExecuteA(verb, item, "", 1);
+    }
+
+    /// What the opener was given; empty when it is not called within some seconds.
+    std::string Opened() {
+        for (int i = 0; i < 500 && !std::filesystem::exists(desktop_ / "opened"); ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        std::string text = BytesOfFile(desktop_ / "opened");
+        std::filesystem::remove(desktop_ / "opened");
+        return text;
+    }
+
+    TestVolume volume_;
+    TemporaryFolder desktop_;
+    EnvironmentVariable path_{"PATH", (desktop_ / "bin") + ":/usr/bin:/bin"};
+    std::unique_ptr<VolumePlatform> platform_;
+};
+
+TEST_F(OpenerTest, DocumentsAreOpenedWhereTheyLie) {
+    volume_.folder.Write("Docs/My $(touch x) 'photo'.JPG", "\xFF\xD8");
+    EXPECT_GT(Open("C:\\docs\\my $(touch x) 'photo'.jpg"), 32);
+    EXPECT_EQ(Opened(), volume_.folder / "Docs/My $(touch x) 'photo'.JPG");
+    volume_.folder.Write("Docs/a b.txt", "text");
+    EXPECT_GT(Open("file:///C:/Docs/A%20B.TXT"), 32);
+    EXPECT_EQ(Opened(), volume_.folder / "Docs/a b.txt");
+    volume_.folder.Write("Docs/é.txt", "text");
+    EXPECT_GT(Open("file:///C:/Docs/%E9.txt", ""), 32) << "in the machine's code page";
+    EXPECT_EQ(Opened(), volume_.folder / "Docs/é.txt");
+}
+
+TEST_F(OpenerTest, AddressesAreOpenedAsTheyAre) {
+    EXPECT_GT(Open("http://example.com/a b"), 32);
+    EXPECT_EQ(Opened(), "http://example.com/a%20b");
+    EXPECT_GT(Open("mailto:a@example.com"), 32);
+    EXPECT_EQ(Opened(), "mailto:a@example.com");
+}
+
+TEST_F(OpenerTest, WhatCouldExecuteIsRefused) {
+    volume_.folder.Write("a.exe", "MZ");
+    volume_.folder.Write("disguised.txt", "MZ\x90");
+    volume_.folder.Write("script.txt", "#!/bin/sh\n");
+    volume_.folder.Write("starter.txt", "\n[Desktop Entry]\nExec=true\n");
+    volume_.folder.Write("elf.doc",
+                         "\x7F"
+                         "ELF");
+    volume_.folder.Write("page.htm", "<html>");
+    volume_.folder.Write("document.txt", "text");
+    volume_.folder.MakeLink("link.txt", "a.exe");
+    volume_.folder.MakeFolder("folder.txt");
+    volume_.folder.MakeFifo("fifo.txt");
+    for (const char* item : {"C:\\a.exe", "C:\\disguised.txt", "C:\\script.txt", "C:\\starter.txt",
+                             "C:\\elf.doc", "C:\\page.htm", "C:\\link.txt", "C:\\folder.txt", "C:\\fifo.txt",
+                             "C:\\", "about:blank", "javascript:x", "file:///C:/a.exe"}) {
+        EXPECT_EQ(Open(item), 5) << item;
+    }
+    EXPECT_EQ(Open("C:\\document.txt", "runas"), 5);
+    EXPECT_GT(Open("C:\\document.txt"), 32);
+    EXPECT_EQ(Opened(), volume_.folder / "document.txt") << "and nothing before it";
+}
+
+TEST_F(OpenerTest, WhatIsNotThereIsNotFound) {
+    for (const std::string& item :
+         {std::string("C:\\none.txt"), std::string("D:\\a.txt"), std::string(),
+          std::string("\\\\server\\a.txt"), std::string("/etc/passwd"), std::string("www.example.com"),
+          std::string("file://server/share/a.txt"), platform_->ApplicationFolder() + "none.chm"}) {
+        EXPECT_EQ(Open(item), 2) << item;
+    }
+}
+
+TEST_F(OpenerTest, WithoutAnOpenerNothingOpens) {
+    volume_.folder.Write("a.txt", "text");
+    const EnvironmentVariable nowhere("PATH", desktop_ / "none");
+    EXPECT_EQ(Open("C:\\a.txt"), 31);
+}
+
+TEST_F(OpenerTest, TheProgramsOwnFilesAreOpened) {
+    const std::string folder = platform_->ApplicationFolder();
+    const std::string manual = folder + "Opener Test Manual.chm";
+    std::ofstream(manual) << "ITSF";
+    EXPECT_GT(Open(manual), 32);
+    EXPECT_EQ(Opened(), manual);
+    std::filesystem::remove(manual);
+    EXPECT_EQ(Open(folder + "volume_test"), 5) << "a program, even our own";
+    EXPECT_EQ(Open(folder + "../../../../../../../../../../etc/passwd"), 5);
+}
+
+}  // namespace
+}  // namespace ostrevin
