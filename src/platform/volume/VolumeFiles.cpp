@@ -90,7 +90,10 @@ std::optional<std::vector<std::byte>> ReadAll(InputFile& file, std::uint64_t lim
     if (file.Size() > limit) {
         return std::nullopt;
     }
-    std::vector<std::byte> bytes(static_cast<std::size_t>(file.Size()));
+    std::vector<std::byte> bytes;
+    bytes.reserve(static_cast<std::size_t>(file.Size()));
+    PrepareForFilling(bytes.data(), bytes.capacity());
+    bytes.resize(static_cast<std::size_t>(file.Size()));
     if (file.Read(0, bytes) != bytes.size()) {
         return std::nullopt;
     }

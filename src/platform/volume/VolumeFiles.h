@@ -30,6 +30,10 @@ namespace ostrevin {
 /// Orders entries as NTFS lists them: by the UTF-16 code units of the upper-cased name.
 void SortByUpperCasedName(std::vector<DirectoryEntry>& entries);
 
+/// Tells the host's system that a piece of memory not yet used is about to be filled from end to end, so that
+/// it can provide it in few large pages.
+void PrepareForFilling(void* memory, std::size_t size);
+
 /// A whole file; none when it is larger than the limit (in bytes) or cannot be read to its end.
 [[nodiscard]] std::optional<std::vector<std::byte>> ReadAll(InputFile& file, std::uint64_t limit);
 
