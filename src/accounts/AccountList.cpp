@@ -149,11 +149,11 @@ bool AccountList::LoadAccountSIDSFromRegistry() {
         if (code != kSuccess && code != kMoreData) {
             break;
         }
-        Account account;
+        accounts_.resize(index + 1);
+        Account& account = accounts_.back();
         account.sid = name.text;
         account.profilePath =
             ReplaceAll(ReadProfilePath(account.sid), "%SystemDrive%", GetSystemDrive(platform_));
-        accounts_.push_back(std::move(account));
     }
     platform_.RegCloseKey(list);
     return true;
