@@ -1,5 +1,6 @@
 #include "accounts/AccountList.h"
 
+#include <algorithm>
 #include <array>
 
 #include "platform/Paths.h"
@@ -181,7 +182,10 @@ std::string AccountList::ReadText(const std::string& keyPath, const std::string&
         }
     }
     platform_.RegCloseKey(key);
-    return text.substr(0, text.find('\0'));
+    text.resize(std::min(text.find('\0'), text.size()));
+    // The type is not looked at, but bytes that are no text are not UTF-8 either.
+    const bool isText = type == kRegSz || type == kRegExpandSz || type == kRegMultiSz;
+    return isText ? text : platform_.DecodeAnsi(text);
 }
 
 void AccountList::LoadHive(const Account& account) {
