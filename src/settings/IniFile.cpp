@@ -84,7 +84,9 @@ void IniFile::LoadINI() {
     if (!fs::is_regular_file(PathOf(fileName_), error)) {
         return;
     }
+    unread_ = true;
     const std::string content = ReadText(fileName_);
+    unread_ = false;
     std::string_view text = content;
     std::string section;
     std::size_t lineNumber = 0;
@@ -195,6 +197,9 @@ std::string IniFile::Text() const {
 }
 
 void IniFile::SaveINI() const {
+    if (unread_) {
+        RaiseFileError(fileName_);
+    }
     // Written beside the file and then put in its place, so that a full disk costs nobody the former
     // settings.
     std::error_code error;

@@ -32,7 +32,8 @@ class IniFile {
     bool DeleteVariable(std::string_view name);
     bool DeleteSectionVariable(std::string_view section, std::string_view name);
     /// Writes every variable and comment in order, lines ended by CR LF; sections without a variable are
-    /// dropped. A failure raises RuntimeError and leaves the former file as it was.
+    /// dropped. A failure raises RuntimeError and leaves the former file as it was; a file that could not be
+    /// read is not written over.
     void SaveINI() const;
 
     [[nodiscard]] const std::vector<std::string>& Sections() const { return sections_; }
@@ -57,6 +58,7 @@ class IniFile {
     std::vector<Variable> variables_;
     std::vector<Comment> comments_;
     bool loaded_ = false;
+    bool unread_ = false;
 };
 
 }  // namespace ostrevin

@@ -14,9 +14,7 @@ constexpr char kTitle[] = "Ostrevin";
 
 void Program::Main() {
     CheckOperatingSystem();
-    ini_ = std::make_unique<IniFile>();
-    ini_->SetINIFileName(GetAppFolder(platform_) + "ostrevin.ini");
-    ini_->LoadINI();
+    LoadSettingsFile();
     settings_ = std::make_unique<AppSettings>();
     settings_->SetINI(ini_.get());
     errorLog_ = std::make_unique<ErrorLog>(platform_);
@@ -36,6 +34,16 @@ void Program::CheckOperatingSystem() {
                         "Your Operating System is : " + name +
                             "\r\nOstrevin requires Windows 2000, or Windows XP to function properly.",
                         kTitle);
+    }
+}
+
+void Program::LoadSettingsFile() {
+    ini_ = std::make_unique<IniFile>();
+    ini_->SetINIFileName(GetAppFolder(platform_) + "ostrevin.ini");
+    try {
+        ini_->LoadINI();
+    } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch)
+        // What cannot be read is no reason not to start: the settings are the defaults then.
     }
 }
 

@@ -31,6 +31,7 @@ class Program {
 
   private:
     void CheckOperatingSystem();
+    void LoadSettingsFile();
     void CheckAdministrator();
     void LoadAccounts();
 
