@@ -1,9 +1,9 @@
 #include "settings/IniFile.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <system_error>
 
 #include "platform/RuntimeError.h"
@@ -23,14 +23,16 @@ fs::path PathOf(const std::string& utf8) {
 
 std::string ReadText(const std::string& fileName) {
     std::ifstream file(PathOf(fileName), std::ios::binary);
-    std::ostringstream text;
-    if (file.peek() != std::ifstream::traits_type::eof()) {
-        text << file.rdbuf();
+    std::string text;
+    std::array<char, 65536> block{};
+    while (file) {
+        file.read(block.data(), block.size());
+        text.append(block.data(), static_cast<std::size_t>(file.gcount()));
     }
-    if (file.bad() || !file.is_open()) {
+    if (!file.eof()) {
         RaiseFileError(fileName);
     }
-    return std::move(text).str();
+    return text;
 }
 
 /// Takes one line off the front; lines end with CR LF, CR or LF.
