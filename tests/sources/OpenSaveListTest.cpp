@@ -1,0 +1,157 @@
+#include <array>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "sources/OpenSaveList.h"
+#include "tests/support/MemoryPlatform.h"
+
+namespace ostrevin {
+namespace {
+
+constexpr char kSid[] = "S-1-5-21-1";
+constexpr char kKey[] =
+    "S-1-5-21-1\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU";
+
+using Documents = std::vector<std::string>;
+
+class OpenSaveListTest : public testing::Test {
+  protected:
+    static Documents DocumentsOf(const OpenSaveList& list) {
+        Documents documents;
+        for (std::int32_t i = 0; i < list.Count(); ++i) {
+            documents.push_back(list.Document(i));
+        }
+        return documents;
+    }
+    /// The documents in the order in which they are read.
+    Documents Load() {
+        OpenSaveList list(platform);
+        loaded = list.LoadOpenSaveList(kSid);
+        return DocumentsOf(list);
+    }
+
+    MemoryPlatform platform;
+    MemoryKey& key{platform.Root(kUsers).Key(kKey)};
+    bool loaded = false;
+};
+
+TEST_F(OpenSaveListTest, ReadsKindByKindInTheOrderOfTheirUse) {
+    key.Key("*").SetText("MRUList", "a").SetText("a", "C:\\all.txt");
+    key.Key("txt").SetText("MRUList", "a").SetText("a", "C:\\a.txt");
+    key.Key("doc").SetText("MRUList", "ba").SetText("a", "C:\\1.doc").SetText("b", "C:\\2.doc");
+    EXPECT_EQ(Load(), (Documents{"C:\\2.doc", "C:\\1.doc", "C:\\a.txt"}));
+    EXPECT_TRUE(loaded);
+    OpenSaveList list(platform);
+    list.LoadOpenSaveList(kSid);
+    list.Sort();
+    EXPECT_EQ(DocumentsOf(list), (Documents{"C:\\1.doc", "C:\\2.doc", "C:\\a.txt"}));
+}
+
+TEST_F(OpenSaveListTest, LeavesOutEveryKindThatBeginsWithAStar) {
+    key.Key("*").SetText("MRUList", "a").SetText("a", "all");
+    key.Key("*x").SetText("MRUList", "a").SetText("a", "starred");
+    EXPECT_EQ(Load(), Documents{});
+    EXPECT_TRUE(loaded);
+}
+
+TEST_F(OpenSaveListTest, ListsADocumentUnderEachOfItsKinds) {
+    key.Key("doc").SetText("MRUList", "a").SetText("a", "same");
+    key.Key("txt").SetText("MRUList", "a").SetText("a", "same");
+    EXPECT_EQ(Load(), (Documents{"same", "same"}));
+}
+
+TEST_F(OpenSaveListTest, AnEmptyListOfLettersAddsNothing) {
+    key.Key("doc").SetText("MRUList", "").SetText("a", "C:\\1.doc");
+    key.Key("htm").SetData("MRUList", kRegSz, {}).SetText("a", "C:\\1.htm");
+    key.Key("txt").SetText("MRUList", "a").SetText("a", "C:\\a.txt");
+    EXPECT_EQ(Load(), Documents{"C:\\a.txt"});
+}
+
+TEST_F(OpenSaveListTest, AMissingValueRepeatsTheDocumentBeforeIt) {
+    key.Key("doc").SetText("MRUList", "xab").SetText("a", "C:\\1.doc");
+    key.Key("txt").SetText("MRUList", "ca").SetText("a", "C:\\a.txt");
+    EXPECT_EQ(Load(), (Documents{"", "C:\\1.doc", "C:\\1.doc", "C:\\1.doc", "C:\\a.txt"}))
+        << "an empty text at the very start, later across kinds";
+}
+
+TEST_F(OpenSaveListTest, MissingLettersAreThoseOfTheKindBefore) {
+    key.Key("bmp").SetText("a", "C:\\never.bmp");
+    key.Key("doc").SetText("MRUList", "ba").SetText("a", "C:\\1.doc").SetText("b", "C:\\2.doc");
+    key.Key("txt").SetText("a", "C:\\a.txt").SetText("b", "C:\\b.txt");
+    EXPECT_EQ(Load(), (Documents{"C:\\2.doc", "C:\\1.doc", "C:\\b.txt", "C:\\a.txt"}))
+        << "the first kind has none to take";
+}
+
+TEST_F(OpenSaveListTest, AKindThatCannotBeOpenedRepeatsTheLastDocument) {
+    key.Key("doc").SetText("MRUList", "ab").SetText("a", "C:\\1.doc").SetText("b", "C:\\2.doc");
+    key.Key("txt").openResult = kAccessDenied;
+    EXPECT_EQ(Load(), (Documents{"C:\\1.doc", "C:\\2.doc", "C:\\2.doc", "C:\\2.doc"}));
+}
+
+TEST_F(OpenSaveListTest, ANumberInPlaceOfTheLettersIsReadAsItsDigits) {
+    key.Key("doc").SetDword("MRUList", 21).SetText("1", "one").SetText("2", "two");
+    EXPECT_EQ(Load(), (Documents{"two", "one"}));
+    key.Key("doc").SetDword("MRUList", 0xFFFFFFFF).SetText("-", "minus");
+    EXPECT_EQ(Load(), (Documents{"minus", "one"}));
+}
+
+TEST_F(OpenSaveListTest, OtherTypesOfLettersCannotBeRead) {
+    constexpr std::array<std::byte, 5> kFive{};
+    key.Key("bmp").SetText("MRUList", "a").SetText("a", "C:\\a.bmp");
+    key.Key("doc").SetText("MRUList", "b", kRegMultiSz).SetText("a", "C:\\a.doc").SetText("b", "no");
+    key.Key("txt").SetData("MRUList", kRegBinary, kFive).SetText("a", "C:\\a.txt");
+    EXPECT_EQ(Load(), (Documents{"C:\\a.bmp", "C:\\a.doc", "C:\\a.txt"}));
+}
+
+TEST_F(OpenSaveListTest, DocumentsOfOtherTypesAreReadAsTheRegistryModuleDoes) {
+    key.Key("doc")
+        .SetText("MRUList", "abc")
+        .SetText("a", "%HOME%\\1.doc", kRegExpandSz)
+        .SetDword("b", 7)
+        .SetText("c", "multi", kRegMultiSz);
+    EXPECT_EQ(Load(), (Documents{"%HOME%\\1.doc", "7", "7"}));
+}
+
+TEST_F(OpenSaveListTest, ALetterIsACharacterNotAByte) {
+    key.Key("doc")
+        .SetText("MRUList", "\u0416a")
+        .SetText("\u0416", "C:\\\u0416.doc")
+        .SetText("a", "C:\\a.doc");
+    EXPECT_EQ(Load(), (Documents{"C:\\\u0416.doc", "C:\\a.doc"}));
+}
+
+TEST_F(OpenSaveListTest, ALetterMayStandForTheDefaultValueOfNothing) {
+    // A separator among the letters names a default value, which is not there.
+    key.Key("doc").SetText("MRUList", "a\\").SetText("a", "C:\\a.doc");
+    EXPECT_EQ(Load(), (Documents{"C:\\a.doc", "C:\\a.doc"}));
+}
+
+TEST_F(OpenSaveListTest, AMissingKeyGivesNothing) {
+    MemoryPlatform bare;
+    OpenSaveList list(bare);
+    EXPECT_FALSE(list.LoadOpenSaveList(kSid));
+    EXPECT_EQ(list.Count(), 0);
+    EXPECT_EQ(Load(), Documents{}) << "a key without kinds";
+    EXPECT_TRUE(loaded);
+}
+
+TEST_F(OpenSaveListTest, IndexesOutOfRangeAreEmpty) {
+    key.Key("doc").SetText("MRUList", "a").SetText("a", "C:\\a.doc");
+    OpenSaveList list(platform);
+    list.LoadOpenSaveList(kSid);
+    EXPECT_EQ(list.Document(0), "C:\\a.doc");
+    EXPECT_EQ(list.Document(-1), "");
+    EXPECT_EQ(list.Document(list.Count()), "");
+}
+
+TEST_F(OpenSaveListTest, SortsWithRegardToCase) {
+    key.Key("doc").SetText("MRUList", "abc").SetText("a", "b").SetText("b", "C").SetText("c", "a");
+    OpenSaveList list(platform);
+    list.LoadOpenSaveList(kSid);
+    list.Sort();
+    EXPECT_EQ(DocumentsOf(list), (Documents{"C", "a", "b"}));
+}
+
+}  // namespace
+}  // namespace ostrevin
