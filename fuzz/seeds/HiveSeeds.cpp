@@ -1,13 +1,11 @@
 // Writes the inputs from which the hive's fuzz target starts.
 #include <array>
 #include <cstddef>
-#include <exception>
-#include <fstream>
-#include <iostream>
 #include <string>
 #include <vector>
 
 #include "fuzz/HiveInput.h"
+#include "fuzz/seeds/Seeds.h"
 #include "tools/writers/ByteBuffer.h"
 #include "tools/writers/DirtyHive.h"
 #include "tools/writers/HiveWriter.h"
@@ -28,13 +26,7 @@ void Write(const std::string& folder, const std::string& name, const Parts& part
     for (const File& part : parts) {
         input.Bytes(part);
     }
-    std::ofstream file(folder + "/" + name, std::ios::binary);
-    for (const std::byte byte : input.View()) {
-        file.put(std::to_integer<char>(byte));
-    }
-    if (!file.flush()) {
-        throw std::runtime_error("cannot write " + folder + "/" + name);
-    }
+    WriteSeed(folder, name, input.View());
 }
 
 /// A hive with every kind of name and data; the more, the larger n is.
@@ -93,15 +85,5 @@ void WriteSeeds(const std::string& folder) {
 }  // namespace ostrevin::fuzz
 
 int main(int argumentCount, char** arguments) {
-    if (argumentCount != 2) {
-        std::cerr << "usage: " << arguments[0] << " FOLDER\n";
-        return 2;
-    }
-    try {
-        ostrevin::fuzz::WriteSeeds(arguments[1]);
-        return 0;
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << "\n";
-        return 1;
-    }
+    return ostrevin::fuzz::SeedsMain(argumentCount, arguments, ostrevin::fuzz::WriteSeeds);
 }
