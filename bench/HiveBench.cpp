@@ -50,7 +50,7 @@ const BenchVolume& HiveVolume() {
 void HivexgetAsAProcess(benchmark::State& state) {
     const std::string command = "hivexget '" + (HiveVolume().Folder() / kHivePath).string() + "' '\\" +
                                 std::string(ostrevin::samples::kFirstUserAssist) + "\\Count' > /dev/null";
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (std::system(command.c_str()) != 0) {  // NOLINT(cert-env33-c)
             state.SkipWithError("hivexget fails");
             break;
@@ -62,7 +62,7 @@ BENCHMARK(HivexgetAsAProcess)->Unit(benchmark::kMillisecond)->UseRealTime();
 void OpenLoadAndSortUserAssist(benchmark::State& state) {
     const std::string sid =
         ostrevin::samples::SidOf(ostrevin::samples::kMachineSid, ostrevin::samples::kAnnaRid);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto platform = HiveVolume().Open();
         AccountList accounts(*platform,
                              {"anna", [] { return std::string("anna"); }, [](const std::string&) {}});

@@ -62,7 +62,7 @@ const std::vector<std::byte>& BlankIndex() {
 void CopyOfTheBytes(benchmark::State& state) {
     const std::vector<std::byte>& from = BlankIndex();
     std::vector<std::byte> to(from.size());
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::memcpy(to.data(), from.data(), from.size());
         benchmark::DoNotOptimize(to.data());
         benchmark::ClobberMemory();
@@ -75,7 +75,7 @@ void LoadWhenNothingMatches(benchmark::State& state) {
     static const BenchVolume volume({});
     volume.Replace(kIndexPath, BlankIndex());
     const auto platform = volume.Open();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         IEHistoryList list(*platform, kUser);
         list.LoadIEHistory(kUser);
         if (list.Count() != 0) {
@@ -88,7 +88,7 @@ BENCHMARK(LoadWhenNothingMatches)->Unit(benchmark::kMillisecond);
 
 void Load100000(benchmark::State& state) {
     const auto platform = RecordVolume().Open();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         IEHistoryList list(*platform, kUser);
         list.LoadIEHistory(kUser);
         if (list.Count() != 100000) {
@@ -106,7 +106,7 @@ void StdSortOfTheStrings(benchmark::State& state) {
     for (std::int32_t i = 0; i < list.Count(); ++i) {
         urls.push_back(list.URL(i));
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         std::vector<std::string> sorted = urls;
         state.ResumeTiming();
@@ -118,7 +118,7 @@ BENCHMARK(StdSortOfTheStrings)->Unit(benchmark::kMillisecond);
 
 void LoadAndSort100000(benchmark::State& state) {
     const auto platform = RecordVolume().Open();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         IEHistoryList list(*platform, kUser);
         list.LoadIEHistory(kUser);
         list.Sort();

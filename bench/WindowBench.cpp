@@ -36,7 +36,7 @@ void FillIEHistory100000(benchmark::State& state) {
     program.Main();
     ostrevin::frmMain& window = *program.MainWindow();
     window.FillIEHistory(AnnaSid());  // reads the source, which is not what is measured
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         window.lstIEHistory.Clear();
         window.lstIEHistory.SetTag("");
@@ -58,7 +58,7 @@ void ScrollAPage(benchmark::State& state) {
     window.TabStrip.Select(4);
     window.FillIEHistory(AnnaSid());
     std::mt19937 random(1);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const std::size_t row = random() % window.lstIEHistory.ItemCount() + 1;
         window.lstIEHistory.EnsureVisible(window.lstIEHistory.Item(row));
         window.Refresh();
@@ -68,7 +68,7 @@ BENCHMARK(ScrollAPage)->Unit(benchmark::kMillisecond);
 
 void StartToFirstPaint(benchmark::State& state) {
     const BenchVolume volume({static_cast<unsigned>(state.range(0)), 0, 0});
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto platform = volume.Open();
         QtToolkit toolkit;
         Program program(*platform, toolkit);

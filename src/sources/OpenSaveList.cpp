@@ -40,12 +40,12 @@ bool OpenSaveList::LoadOpenSaveList(const std::string& sid) {
         if (kind.starts_with('*')) {
             continue;
         }
-        const std::string key = base + "\\" + kind;
+        const std::string key = std::string(base).append("\\").append(kind);
         ReadInto(letters, registry, key + "MRUList");
         for (std::string_view rest = letters; !rest.empty();) {
-            std::string letter;
-            AppendCharacter(letter, TakeCharacter(rest));
-            ReadInto(document, registry, key + letter);
+            std::string value = key;
+            AppendCharacter(value, TakeCharacter(rest));
+            ReadInto(document, registry, value);
             entries_.push_back({document});
         }
     }

@@ -151,7 +151,7 @@ std::string UserAssistList::ValueOf(const std::string& name, std::string_view ty
     if (type.empty()) {
         return name;
     }
-    const std::string rest = name.substr(type.size());
+    std::string rest = name.substr(type.size());
     if (!rest.starts_with(':')) {
         return rest;
     }

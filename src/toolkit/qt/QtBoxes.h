@@ -7,12 +7,12 @@
 
 namespace ostrevin::qt {
 
-class QtFrame : public WidgetView<ControlView, Frame> {
+class QtFrame final : public WidgetView<ControlView, Frame> {
   public:
     QtFrame(Frame& frame, QWidget* parent);
 };
 
-class QtPictureBox : public WidgetView<PictureBoxView, PictureBox> {
+class QtPictureBox final : public WidgetView<PictureBoxView, PictureBox> {
   public:
     QtPictureBox(QtToolkit& toolkit, PictureBox& box, QWidget* parent);
     void PictureChanged() override;

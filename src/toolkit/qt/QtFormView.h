@@ -17,7 +17,7 @@
 
 namespace ostrevin::qt {
 
-class QtFormView : public FormView, private MenuView, private ControlVisitor {
+class QtFormView final : public FormView, private MenuView, private ControlVisitor {
   public:
     QtFormView(QtToolkit& toolkit, Form& form);
     ~QtFormView() override;

@@ -30,7 +30,7 @@ class ListModel : public QAbstractTableModel {
     int rows_ = 0;
 };
 
-class QtListView : public WidgetView<ListViewView, ListView> {
+class QtListView final : public WidgetView<ListViewView, ListView> {
   public:
     QtListView(QtToolkit& toolkit, ListView& list, QWidget* parent);
     ~QtListView() override;

@@ -10,7 +10,7 @@
 
 namespace ostrevin::qt {
 
-class QtStatusBar : public WidgetView<StatusBarView, StatusBar> {
+class QtStatusBar final : public WidgetView<StatusBarView, StatusBar> {
   public:
     QtStatusBar(StatusBar& bar, QWidget* parent);
     void PanelChanged(int panel) override;

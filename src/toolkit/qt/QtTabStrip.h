@@ -7,7 +7,7 @@
 
 namespace ostrevin::qt {
 
-class QtTabStrip : public WidgetView<TabStripView, TabStrip> {
+class QtTabStrip final : public WidgetView<TabStripView, TabStrip> {
   public:
     QtTabStrip(QtToolkit& toolkit, TabStrip& tabs, QWidget* parent);
     void SelectionChanged() override;

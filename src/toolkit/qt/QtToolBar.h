@@ -11,7 +11,7 @@
 
 namespace ostrevin::qt {
 
-class QtToolBar : public WidgetView<ToolBarView, ToolBar> {
+class QtToolBar final : public WidgetView<ToolBarView, ToolBar> {
   public:
     QtToolBar(QtToolkit& toolkit, ToolBar& bar, QWidget* parent);
     void ButtonChanged(const ToolButton& button) override;

@@ -10,7 +10,7 @@
 namespace ostrevin::qt {
 
 /// Needs a QApplication, which it does not make.
-class QtToolkit : public Toolkit {
+class QtToolkit final : public Toolkit {
   public:
     QtToolkit();
 

@@ -13,7 +13,7 @@
 
 namespace ostrevin::qt {
 
-class QtTreeView : public WidgetView<TreeViewView, TreeView> {
+class QtTreeView final : public WidgetView<TreeViewView, TreeView> {
   public:
     QtTreeView(QtToolkit& toolkit, TreeView& tree, QWidget* parent);
     void NodeAdded(TreeNode& node) override;
