@@ -60,15 +60,13 @@ ListItem& ListView::Add(const std::string& key, std::string text) {
     }
     ListItem& added = *item;
     added.list_ = this;
-    added.row_ = items_.size();
-    if (sorted_) {
-        const auto place =
-            std::upper_bound(items_.begin(), items_.end(), item,
-                             [this](const auto& left, const auto& right) { return InOrder(*left, *right); });
-        items_.insert(place, std::move(item));
-    } else {
-        items_.push_back(std::move(item));
-    }
+    const auto place =
+        sorted_
+            ? std::upper_bound(items_.begin(), items_.end(), item,
+                               [this](const auto& left, const auto& right) { return InOrder(*left, *right); })
+            : items_.end();
+    added.row_ = static_cast<std::size_t>(place - items_.begin());
+    items_.insert(place, std::move(item));
     RowsChanged();
     return added;
 }
@@ -110,16 +108,34 @@ ListItem& ListView::Item(const std::string& key) const {
 }
 
 std::size_t ListView::IndexOf(const ListItem& item) const {
-    const auto isAt = [&](std::size_t row) { return row < items_.size() && items_[row].get() == &item; };
-    if (!isAt(item.row_)) {
+    if (item.list_ != this) {
+        throw ControlError("The item is not in this list: " + item.Text());
+    }
+    if (!FindNear(item)) {
         for (std::size_t row = 0; row < items_.size(); ++row) {
             items_[row]->row_ = row;
         }
-        if (!isAt(item.row_)) {
-            throw ControlError("The item is not in this list: " + item.Text());
-        }
     }
     return item.row_ + 1;
+}
+
+bool ListView::FindNear(const ListItem& item) const {
+    const auto isItem = [&](const auto& each) { return each.get() == &item; };
+    if (item.row_ < items_.size() && isItem(items_[item.row_])) {
+        return true;
+    }
+    // Each item added or removed before this one moved it by one row since its row was last known.
+    constexpr std::size_t kReach = 1000;
+    const auto rowAt = [&](std::size_t row) {
+        return items_.begin() + static_cast<std::ptrdiff_t>(std::min(row, items_.size()));
+    };
+    const auto end = rowAt(item.row_ + kReach);
+    const auto found = std::find_if(rowAt(item.row_ - std::min(item.row_, kReach)), end, isItem);
+    if (found == end) {
+        return false;
+    }
+    item.row_ = static_cast<std::size_t>(found - items_.begin());
+    return true;
 }
 
 bool ListView::InOrder(const ListItem& left, const ListItem& right) {

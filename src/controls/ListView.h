@@ -70,7 +70,7 @@ class ListItem {
     std::string text_;
     std::vector<std::string> subItems_;
     ListView* list_ = nullptr;
-    std::size_t row_ = 0;  // from 0; a hint that the list checks
+    mutable std::size_t row_ = 0;  // from 0; a hint that the list checks
 };
 
 class ListViewView : public ControlView {
@@ -149,6 +149,8 @@ class ListView : public Control {
   private:
     friend class ListItem;
     [[nodiscard]] ListViewView* TheView() const { return static_cast<ListViewView*>(AttachedView()); }
+    /// Brings an item's row up to date, if it has not moved far.
+    [[nodiscard]] bool FindNear(const ListItem& item) const;
     [[nodiscard]] bool InOrder(const ListItem& left, const ListItem& right);
     void Sort();
     void SortChanged();
