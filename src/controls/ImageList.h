@@ -8,6 +8,16 @@
 
 namespace ostrevin {
 
+/// What holds the images natively. A toolkit whose images are transparent by themselves needs none.
+class ImageListView {
+  public:
+    ImageListView() = default;
+    ImageListView(const ImageListView&) = delete;
+    ImageListView& operator=(const ImageListView&) = delete;
+    virtual ~ImageListView() = default;
+    virtual void BkColorChanged() = 0;
+};
+
 /// Knows its images by the names of the program's own pictures; what is drawn is the toolkit's.
 class ImageList {
   public:
@@ -26,11 +36,18 @@ class ImageList {
         return {};
     }
     [[nodiscard]] std::int32_t BkColor() const { return bkColor_; }
-    void SetBkColor(std::int32_t color) { bkColor_ = color; }
+    void SetBkColor(std::int32_t color) {
+        bkColor_ = color;
+        if (view_ != nullptr) {
+            view_->BkColorChanged();
+        }
+    }
+    void Attach(ImageListView* view) { view_ = view; }
 
   private:
     std::vector<std::pair<std::string, std::string>> images_;
     std::int32_t bkColor_ = 0xFFFFFF;
+    ImageListView* view_ = nullptr;
 };
 
 }  // namespace ostrevin

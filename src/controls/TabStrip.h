@@ -37,8 +37,8 @@ class TabStrip : public Control {
     void Accept(ControlVisitor& visitor) override;
     void Attach(TabStripView* view) { SetView(view); }
 
-    [[nodiscard]] const ImageList* Images() const { return images_; }
-    void SetImages(const ImageList* images) { images_ = images; }
+    [[nodiscard]] ImageList* Images() const { return images_; }
+    void SetImages(ImageList* images) { images_ = images; }
     void Add(const std::string& caption, const std::string& image) { tabs_.push_back({caption, image}); }
     [[nodiscard]] const std::vector<Tab>& Tabs() const { return tabs_; }
     [[nodiscard]] int TabCount() const { return static_cast<int>(tabs_.size()); }
@@ -60,7 +60,7 @@ class TabStrip : public Control {
   private:
     [[nodiscard]] PixelRect ClientArea();
 
-    const ImageList* images_ = nullptr;
+    ImageList* images_ = nullptr;
     std::vector<Tab> tabs_;
     int selected_ = 1;
 };

@@ -59,8 +59,8 @@ class ToolBar : public Control {
     void Accept(ControlVisitor& visitor) override;
     void Attach(ToolBarView* view) { SetView(view); }
 
-    [[nodiscard]] const ImageList* Images() const { return images_; }
-    void SetImages(const ImageList* images) { images_ = images; }
+    [[nodiscard]] ImageList* Images() const { return images_; }
+    void SetImages(ImageList* images) { images_ = images; }
     ToolButton& Add(const std::string& key, const std::string& image, ToolButton::Style style);
     [[nodiscard]] std::deque<ToolButton>& Buttons() { return buttons_; }
     /// Throws ControlError when there is no such key.
@@ -77,7 +77,7 @@ class ToolBar : public Control {
     friend class ToolButton;
     void ButtonChanged(const ToolButton& button);
 
-    const ImageList* images_ = nullptr;
+    ImageList* images_ = nullptr;
     std::deque<ToolButton> buttons_;
 };
 

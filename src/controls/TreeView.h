@@ -47,8 +47,8 @@ class TreeView : public Control {
     void Accept(ControlVisitor& visitor) override;
     void Attach(TreeViewView* view) { SetView(view); }
 
-    [[nodiscard]] const ImageList* Images() const { return images_; }
-    void SetImages(const ImageList* images) { images_ = images; }
+    [[nodiscard]] ImageList* Images() const { return images_; }
+    void SetImages(ImageList* images) { images_ = images; }
 
     /// Adds a node behind the last child of parent, or behind the last root when parent is null. Throws
     /// ControlError when the key is there already.
@@ -71,7 +71,7 @@ class TreeView : public Control {
     void ClickNode(TreeNode& node);
 
   private:
-    const ImageList* images_ = nullptr;
+    ImageList* images_ = nullptr;
     std::vector<std::unique_ptr<TreeNode>> roots_;
     std::unordered_map<std::string_view, TreeNode*> byKey_;
     TreeNode* selected_ = nullptr;
