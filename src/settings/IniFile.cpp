@@ -205,9 +205,12 @@ void IniFile::SaveINI() const {
     // Written beside the file and then put in its place, so that a full disk costs nobody the former
     // settings.
     std::error_code error;
-    fs::path target = fs::weakly_canonical(PathOf(fileName_), error);
-    if (error) {
-        target = PathOf(fileName_);
+    fs::path target = PathOf(fileName_);
+    // Only a link is followed: the canonical form of a network path loses its server where std::filesystem
+    // knows no such roots.
+    if (fs::is_symlink(target, error)) {
+        const fs::path linked = fs::weakly_canonical(target, error);
+        target = error ? target : linked;
     }
     fs::path fresh = target;
     fresh += ".new";
