@@ -40,8 +40,8 @@ enum class Align { None, Top, Bottom };
 /// Lengths are in the scale of the container.
 class Control {
   public:
-    /// Stands on container behind the controls that are there already; that is also its place in the tab
-    /// order.
+    /// Comes last on the container: behind the controls that are there already in the tab order, and over
+    /// them where they overlap.
     Control(Container* container, std::string name);
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;

@@ -145,8 +145,23 @@ bool ListView::InOrder(const ListItem& left, const ListItem& right) {
 }
 
 void ListView::Sort() {
-    std::stable_sort(items_.begin(), items_.end(),
-                     [this](const auto& left, const auto& right) { return InOrder(*left, *right); });
+    std::vector<std::string_view> texts;
+    texts.reserve(items_.size());
+    for (const auto& item : items_) {
+        texts.emplace_back(item->Cell(sortKey_ + 1));
+    }
+    // The items carry their ranks where their rows stand otherwise.
+    const std::vector<std::size_t> ranks = ParentForm().GetToolkit().RankTexts(texts);
+    for (std::size_t row = 0; row < items_.size(); ++row) {
+        items_[row]->row_ = ranks[row];
+    }
+    const bool ascending = sortOrder_ == SortOrder::Ascending;
+    std::stable_sort(items_.begin(), items_.end(), [ascending](const auto& left, const auto& right) {
+        return ascending ? left->row_ < right->row_ : right->row_ < left->row_;
+    });
+    for (std::size_t row = 0; row < items_.size(); ++row) {
+        items_[row]->row_ = row;
+    }
     RowsChanged();
 }
 

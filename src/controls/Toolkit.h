@@ -1,9 +1,12 @@
 // What controls ask of the toolkit that shows them.
 #pragma once
 
+#include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ostrevin {
 
@@ -21,9 +24,11 @@ class FormView {
     virtual void ShowModal() = 0;
     virtual void Hide() = 0;
     virtual void CaptionChanged() = 0;
-    /// Width or Height changed by code.
+    /// Width or Height changed by code. Where the system gives the window another size, the view tells the
+    /// form so by Resized.
     virtual void SizeChanged() = 0;
-    /// Makes what has changed visible now, without waiting for the message loop.
+    /// Makes what has changed visible now, without waiting for the message loop, also what a view has put
+    /// off.
     virtual void Refresh() = 0;
 };
 
@@ -46,6 +51,9 @@ class Toolkit {
     /// Compares without regard to case, in the order of the user's locale; less than, equal to or greater
     /// than 0.
     [[nodiscard]] virtual int CompareText(std::string_view left, std::string_view right) const = 0;
+    /// The place of each text among the distinct texts, in the order of CompareText. A toolkit whose
+    /// comparison is slow, and which can do better with many texts at once, does it here.
+    [[nodiscard]] virtual std::vector<std::size_t> RankTexts(std::span<const std::string_view> texts) const;
 };
 
 }  // namespace ostrevin
