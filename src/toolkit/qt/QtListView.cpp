@@ -196,8 +196,9 @@ QtListView::~QtListView() {
 void QtListView::RowsChanged() {
     if (!stale_) {
         stale_ = true;
+        // To the model, which goes with this view; the widget outlives it until the window is deleted.
         QMetaObject::invokeMethod(
-            widget_, [this] { BringUpToDate(); }, Qt::QueuedConnection);
+            &model_, [this] { BringUpToDate(); }, Qt::QueuedConnection);
     }
 }
 
