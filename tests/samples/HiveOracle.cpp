@@ -72,7 +72,10 @@ void ForEachKey(const HiveKey& key, const std::string& path, const std::string& 
                 const Visit& visit) {
     visit(key, path);
     for (const HiveKey* subKey : Sorted(key)) {
-        ForEachKey(*subKey, path + subKey->name + separator, separator, visit);
+        std::string subPath = path;
+        subPath += subKey->name;
+        subPath += separator;
+        ForEachKey(*subKey, subPath, separator, visit);
     }
 }
 

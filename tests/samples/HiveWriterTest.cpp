@@ -126,6 +126,22 @@ TEST(HiveOptionsTest, SequencesAndChecksum) {
     EXPECT_NE(U32At(dirty, 508), BaseBlockChecksum(dirty));
 }
 
+TEST(HiveOptionsTest, SegmentsOfSplitDataHaveFourBytesToSpareUnlessTight) {
+    HiveKey root;
+    root.name = "R";
+    root.SetBinary("v", Pattern(16345));
+    const auto lastSegmentSize = [&](bool tight) {
+        const std::vector<std::byte> hive = WriteHive(root, {.tightSegments = tight});
+        const std::array<std::byte, 4> record = {std::byte{'d'}, std::byte{'b'}, std::byte{2}, std::byte{0}};
+        const auto found = std::search(hive.begin(), hive.end(), record.begin(), record.end());
+        const std::uint32_t list = U32At(hive, static_cast<std::size_t>(found - hive.begin()) + 4);
+        return 0U - U32At(hive, 4096 + U32At(hive, 4096 + list + 8));
+    };
+    // A byte of data and the size of the cell, in steps of eight.
+    EXPECT_EQ(lastSegmentSize(true), 8U);
+    EXPECT_EQ(lastSegmentSize(false), 16U);
+}
+
 TEST(SampleTextTest, UpperCase) {
     EXPECT_EQ(ToUpper(u"aäÿ÷ ßçжёŀαω"), u"AÄŸ÷ ßÇЖЁĿΑΩ");
     EXPECT_EQ(ToWindows1252("a – € é Ж"), "a \x96 \x80 \xE9 ?");

@@ -45,8 +45,8 @@ TEST(IndexWriterTest, ManyRecordsNeedManyHashTables) {
 
 TEST(IndexWriterTest, MoreBlocksThanTheBitmapHasBits) {
     std::vector<IndexRecord> records = Records(1);
-    records[0].blocks = 1;
-    records[0].address = std::string(17'000'000, 'a');
+    records[0].kind = IndexRecord::Kind::Raw;
+    records[0].raw.resize(17'000'000);
     const std::vector<std::byte> bytes = WriteIndex(records, {});
     EXPECT_EQ(U32At(bytes, 28), bytes.size());
     EXPECT_EQ(U32At(bytes, kIndexBlocksStart), 0x48534148U);  // "HASH" right behind the header

@@ -44,7 +44,9 @@ bool IsInstalled(const std::string& program) {
     const char* const path = ::getenv("PATH");
     std::istringstream folders(path != nullptr ? path : "");
     for (std::string folder; std::getline(folders, folder, ':');) {
-        if (::access((folder + "/" + program).c_str(), X_OK) == 0) {
+        folder += '/';
+        folder += program;
+        if (::access(folder.c_str(), X_OK) == 0) {
             return true;
         }
     }

@@ -1,4 +1,5 @@
 #include <array>
+#include <utility>
 
 #include "tools/sample-volume/Machine.h"
 #include "tools/sample-volume/People.h"
@@ -146,20 +147,16 @@ constexpr auto kVisited = std::to_array<std::string_view>({
     "mailto:petra@example.org?subject=Plan@work",
 });
 
-/// Names of all ten kinds, and data that is shorter than a count.
+/// Names of all ten kinds, and what is no count.
 void AddOddCounts(Profile& profile) {
     HiveKey& counts = profile.Counts();
-    const auto add = [&](std::string_view name, std::vector<std::byte> data) {
-        counts.Add(Rot13(name), 3, std::move(data));
-    };
-    const auto bytes = [](std::size_t count) { return std::vector<std::byte>(count, std::byte{0x06}); };
     profile.Ran("UEME_CTLCUACount:ctor", 7);
     profile.Ran("UEME_RUNPIDL", 391);
     profile.Ran("UEME_RUNPIDL:%csidl2%\\Accessories\\Calculator.lnk", 19);
     profile.Ran("UEME_RUNPIDL:%csidl2%\\Accessories\\Notepad.lnk", 11);
     profile.Ran("UEME_RUNPIDL:%csidl2%\\Games\\Solitaire.lnk", 63);
     profile.Ran("UEME_RUNPIDL:%csidl2%\\Games", 8);
-    profile.Ran("UEME_RUNPIDL:~\\Start Menu\\Programs\\Kontor Ledger.lnk", 14);
+    profile.Ran("UEME_RUNPIDL:" + profile.Expand("~\\Start Menu\\Programs\\Kontor Ledger.lnk"), 14);
     profile.Ran("UEME_RUNCPL", 15);
     profile.Ran("UEME_RUNCPL:timedate.cpl", 7);
     profile.Ran("UEME_RUNCPL:\"C:\\WINDOWS\\system32\\desk.cpl\",Display", 9);
@@ -181,11 +178,15 @@ void AddOddCounts(Profile& profile) {
     for (std::uint32_t count = 0; count < 5; ++count) {
         profile.Ran("UEME_RUNPATH:C:\\Program Files\\Trial " + std::to_string(count) + "\\trial.exe", count);
     }
-    add("UEME_RUNPATH:C:\\Program Files\\Never Run\\never.exe", CountData(6, 0));
-    add("UEME_RUNPATH:C:\\Program Files\\Cut Off\\eight-bytes.exe", bytes(8));
-    add("UEME_RUNPATH:C:\\Program Files\\Cut Off\\five-bytes.exe", bytes(5));
-    add("UEME_RUNPATH:C:\\Program Files\\Cut Off\\nothing.exe", {});
-    add("UEME_RUNPATH:C:\\Program Files\\Cut Off\\longer.exe", bytes(24));
+    // Data shorter than a count, and longer.
+    for (const std::size_t size : {std::size_t{8}, std::size_t{5}, std::size_t{0}, std::size_t{24}}) {
+        std::vector<std::byte> data = CountData(9, profile.Time().Next());
+        data.resize(size);
+        const std::string name =
+            "UEME_RUNPATH:C:\\Program Files\\Cut Off\\" + std::to_string(size) + " bytes.exe";
+        counts.Add(Rot13(name), 3, std::move(data));
+    }
+    counts.Add(Rot13("UEME_RUNPATH:C:\\Program Files\\Never Run\\never.exe"), 3, CountData(6, 0));
     // Not written by the shell: no letter of these is moved.
     counts.Add("UEME_RUNPATH:C:\\Tools\\plain name.exe", 3, CountData(9, profile.Time().Next()));
     counts.Add("Remark", 1, TextData("counted since March"));
@@ -312,9 +313,11 @@ void AddOtherIndexes(Profile& profile) {
 }  // namespace
 
 void AddAnna(SampleVolume& volume, const SampleOptions& options) {
-    Profile profile(volume, "C:\\Documents and Settings\\anna", FileTimeOf({2009, 9, 21, 6, 50, 0}));
+    Profile profile(volume, "C:\\Documents and Settings\\anna", FileTimeOf({2009, 11, 9, 6, 50, 0}));
     // The shell's own session comes first: eight bytes.
-    profile.Counts().Add(Rot13("UEME_CTLSESSION"), 3, std::vector<std::byte>(8, std::byte{0x0D}));
+    std::vector<std::byte> session = CountData(13, 0);
+    session.resize(8);
+    profile.Counts().Add(Rot13("UEME_CTLSESSION"), 3, std::move(session));
     profile.RanPrograms(kPrograms);
     AddOddCounts(profile);
     for (unsigned i = 0; i < options.extraUserAssistValues; ++i) {

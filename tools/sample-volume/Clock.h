@@ -17,7 +17,7 @@ class Clock {
         constexpr std::uint64_t kOpening = 7 * kHour;
         constexpr std::uint64_t kClosing = 19 * kHour;
         seed_ = seed_ * 6364136223846793005U + 1442695040888963407U;
-        now_ += kMinute + (seed_ >> 33U) % (150 * 60) * kSecond;
+        now_ += kMinute + (seed_ >> 33U) % 9000 * kSecond;
         if (now_ % kDay > kClosing || now_ % kDay < kOpening) {
             now_ += kDay - (now_ + kDay - kOpening) % kDay + (seed_ >> 40U) % 3600 * kSecond;
         }

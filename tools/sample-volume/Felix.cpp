@@ -131,7 +131,7 @@ void TakeAwayLatest(HiveKey& root) {
 }  // namespace
 
 void AddFelix(SampleVolume& volume) {
-    Profile profile(volume, "C:\\Documents and Settings\\felix", FileTimeOf({2009, 10, 5, 8, 30, 0}));
+    Profile profile(volume, "C:\\Documents and Settings\\felix", FileTimeOf({2009, 11, 12, 8, 30, 0}));
     profile.RanPrograms(kPrograms);
     for (const std::string_view name : kDirect) {
         profile.Ran(profile.SecondCounts(), name, 8);

@@ -71,7 +71,7 @@ constexpr auto kCookies = std::to_array<std::string_view>({
 
 void AddKeller(SampleVolume& volume) {
     // The profile's folder is spelled as the account was when he first came.
-    Profile profile(volume, "C:\\Documents and Settings\\M.Keller", FileTimeOf({2009, 8, 31, 6, 20, 0}));
+    Profile profile(volume, "C:\\Documents and Settings\\M.Keller", FileTimeOf({2009, 11, 16, 6, 20, 0}));
     profile.Explorer().SetString("Logon User Name", "m.keller");
     profile.Ran("UEME_CTLCUACount:ctor", 7);
     profile.RanPrograms(kPrograms);

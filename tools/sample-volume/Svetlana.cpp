@@ -79,7 +79,7 @@ constexpr auto kVisited = std::to_array<std::string_view>({
 }  // namespace
 
 void AddSvetlana(SampleVolume& volume) {
-    Profile profile(volume, "C:\\Documents and Settings\\Светлана", FileTimeOf({2009, 10, 12, 7, 15, 0}));
+    Profile profile(volume, "C:\\Documents and Settings\\Светлана", FileTimeOf({2009, 11, 2, 7, 15, 0}));
     profile.Ran("UEME_CTLCUACount:ctor", 7);
     profile.Ran("UEME_RUNPATH", 760);
     profile.RanPrograms(kPrograms);

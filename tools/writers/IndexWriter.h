@@ -48,7 +48,8 @@ inline constexpr std::size_t kIndexBlocksStart = 0x4000;
 inline constexpr std::size_t kAddressOffset = 104;  ///< of the address in URL and LEAK records
 
 /// The file: header, hash tables, then the records in order. URL records are in the hash tables, under a hash
-/// of our own (readers of the file do not need it).
+/// of our own (readers of the file do not need it). A file of more than 126,336 blocks has more than its
+/// bitmap can tell of, and not every reader takes it.
 std::vector<std::byte> WriteIndex(const std::vector<IndexRecord>& records, const IndexOptions& options);
 
 /// Where in its block the first byte after the address's NUL falls (0: the NUL is the block's last byte).
