@@ -82,9 +82,9 @@ TEST(DateWriter, RefusesWhatIsNoDate) {
 }
 
 struct Locale {
-    const char* name;
+    const char* name = "";
     DateFormats formats;
-    const char* written;
+    const char* written = "";
 };
 
 // The formats of several locales as the GNU C library has them, and what comes of them.
@@ -110,6 +110,7 @@ const Locale kLocales[] = {
     {"no year, no seconds", {"%d.%m.", "%R", "", "", ""}, "2009-08-04 15:22:18"},
     {"itself", {"%F", "%r", "%r", "AM", "PM"}, "2009-08-04 15:22:18"},
     {"digits between", {"%d1%m1%Y", "%H:%M:%S", "", "", ""}, "2009-08-04 15:22:18"},
+    {"text before", {"on %d.%m.%Y", "at %H:%M:%S", "", "", ""}, "2009-08-04 15:22:18"},
     {"cut off", {"%d.%m.%Y%", "%H:%M:%S%-", "", "", ""}, "04.08.2009 15:22:18"},
     {"empty", {"", "", "", "", ""}, "2009-08-04 15:22:18"},
 };
@@ -125,9 +126,10 @@ TEST(DateWriter, ReadsBackWhatItWrote) {
     for (const Locale& locale : kLocales) {
         const DateWriter writer(locale.formats);
         // A stride of some days and odd seconds meets every month, weekday, hour and century.
-        for (double date = Date(100, 1, 1); date < Date(9999, 12, 31); date += 97.0) {
-            const int second = static_cast<int>((date + 1e6)) * 37 % 86400;
-            SystemTime civil = CivilFromDate(date);
+        for (std::int64_t days = -657434; days < 2958465; days += 97) {
+            const int second = static_cast<int>((days + 1000000) * 37 % 86400);
+            SystemTime civil = CivilFromDays(days);
+            const double date = DateFromCivil(civil);
             civil.hour = second / 3600;
             civil.minute = second / 60 % 60;
             civil.second = second % 60;

@@ -27,6 +27,7 @@ std::string Contents(const VolumeFiles& files, const std::string& path) {
 
 std::vector<std::string> Names(const std::vector<DirectoryEntry>& entries) {
     std::vector<std::string> names;
+    names.reserve(entries.size());
     for (const DirectoryEntry& entry : entries) {
         names.push_back(entry.name);
     }

@@ -230,14 +230,21 @@ class DateWriter::Scanner {
 };
 
 DateWriter::DateWriter(const DateFormats& formats) : am_(formats.am), pm_(formats.pm) {
+    Follow(formats);
+    if (!ReadsWhatItWrites()) {
+        Follow({kPlainDate, kPlainTime, {}, am_, pm_});
+    }
+}
+
+void DateWriter::Follow(const DateFormats& formats) {
     date_ = FormatReader::Read(formats.date, formats.timeOfHalfDay);
-    if (!IsReadable(date_, {Part::Year, Part::Month, Part::Day})) {
+    time_ = FormatReader::Read(formats.time, formats.timeOfHalfDay);
+    if (!HasExactly(date_, {Part::Year, Part::Month, Part::Day})) {
         date_ = FormatReader::Read(kPlainDate, {});
     }
-    time_ = FormatReader::Read(formats.time, formats.timeOfHalfDay);
     const bool halves = !am_.empty() && !pm_.empty() && am_ != pm_;
-    if (!IsReadable(time_, {Part::Hour24, Part::Minute, Part::Second}) &&
-        !(halves && IsReadable(time_, {Part::Hour12, Part::Minute, Part::Second, Part::HalfDay}))) {
+    if (!HasExactly(time_, {Part::Hour24, Part::Minute, Part::Second}) &&
+        !(halves && HasExactly(time_, {Part::Hour12, Part::Minute, Part::Second, Part::HalfDay}))) {
         time_ = FormatReader::Read(kPlainTime, {});
     }
     std::size_t place = 0;
@@ -248,6 +255,16 @@ DateWriter::DateWriter(const DateFormats& formats) : am_(formats.am), pm_(format
     }
     dateSeparators_ = Separators(date_, {"/", "-", ".", ","});
     timeSeparators_ = Separators(time_, {":", "."});
+}
+
+/// Whether dates of few and of many digits, in both halves of the day, come back.
+bool DateWriter::ReadsWhatItWrites() const {
+    constexpr std::array<SystemTime, 3> kTelling = {
+        {{2009, 8, 4, 15, 2, 8, 0}, {1601, 11, 12, 0, 11, 12, 0}, {9999, 12, 31, 12, 59, 59, 0}}};
+    return std::all_of(kTelling.begin(), kTelling.end(), [this](const SystemTime& civil) {
+        const double date = DateFromCivil(civil);
+        return Read(Write(date, DateForm::General)) == date;
+    });
 }
 
 /// The texts between the pieces' numbers and the usual ones, the longest first.
@@ -262,24 +279,14 @@ std::vector<std::string> DateWriter::Separators(const Pieces& pieces, std::vecto
     return separators;
 }
 
-bool DateWriter::IsReadable(const Pieces& pieces, std::vector<Part> needed) {
-    bool afterNumber = false;
+/// Whether the pieces have each of these parts once, and no other but texts.
+bool DateWriter::HasExactly(const Pieces& pieces, std::vector<Part> parts) {
     for (const Piece& piece : pieces) {
-        if (piece.part == Part::Text) {
-            if (std::any_of(piece.text.begin(), piece.text.end(), IsDigit)) {
-                return false;
-            }
-            afterNumber = false;
-            continue;
-        }
-        const auto found = std::find(needed.begin(), needed.end(), piece.part);
-        if (found == needed.end() || (afterNumber && piece.part != Part::HalfDay)) {
+        if (piece.part != Part::Text && std::erase(parts, piece.part) == 0) {
             return false;
         }
-        needed.erase(found);
-        afterNumber = piece.part != Part::HalfDay;
     }
-    return needed.empty();
+    return parts.empty();
 }
 
 std::string DateWriter::Write(double date, DateForm form) const {

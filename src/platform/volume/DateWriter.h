@@ -23,8 +23,8 @@ struct DateFormats {
 
 class DateWriter {
   public:
-    /// Works the formats out once. A format that cannot be read back (a part missing or twice, numbers with
-    /// nothing in between) is replaced by year-month-day or by hours:minutes:seconds.
+    /// Works the formats out once. A format with a part missing or twice is replaced by year-month-day or by
+    /// hours:minutes:seconds, and both are when what they write could not be read back.
     explicit DateWriter(const DateFormats& formats);
 
     [[nodiscard]] std::string Write(double date, DateForm form) const;
@@ -44,7 +44,9 @@ class DateWriter {
     class FormatReader;
     class Scanner;
 
-    [[nodiscard]] static bool IsReadable(const Pieces& pieces, std::vector<Part> needed);
+    void Follow(const DateFormats& formats);
+    [[nodiscard]] bool ReadsWhatItWrites() const;
+    [[nodiscard]] static bool HasExactly(const Pieces& pieces, std::vector<Part> parts);
     static std::vector<std::string> Separators(const Pieces& pieces, std::vector<std::string> separators);
     void WritePieces(std::string& text, const Pieces& pieces, const SystemTime& civil) const;
     bool ReadDate(Scanner& scanner, SystemTime& civil) const;

@@ -14,9 +14,9 @@ constexpr unsigned kCsidlMask = 0xFF;  // the rest of the number holds flags
 
 /// A folder that the shell keeps among a user's or the machine's folders.
 struct ShellFolder {
-    unsigned csidl;
-    KeyHandle root;  ///< kCurrentUser or kLocalMachine
-    const char* value;
+    unsigned csidl = 0;
+    KeyHandle root = kCurrentUser;  ///< or kLocalMachine
+    const char* value = "";
     const char* usual = "";  ///< where it is unless told otherwise
 };
 

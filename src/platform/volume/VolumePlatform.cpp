@@ -174,6 +174,7 @@ std::vector<ProcessOwner> VolumePlatform::ShellProcessOwners() {
 
 std::vector<GroupUser> VolumePlatform::GroupUsers() {
     std::vector<std::string> configFiles;
+    configFiles.reserve(kConfigHives.size());
     for (const ConfigHive& hive : kConfigHives) {
         configFiles.push_back(ConfigFile(windowsName_, hive.file));
     }

@@ -164,12 +164,12 @@ std::int32_t VolumeRegistry::RegOpenKeyExA(KeyHandle key, const std::string& sub
     if (subKey.starts_with('\\')) {
         return kBadPathName;
     }
-    std::optional<Node> node = Descend(open->node, subKey);
+    const std::optional<Node> node = Descend(open->node, subKey);
     if (!node) {
         return kFileNotFound;
     }
     result = nextHandle_++;
-    open_.emplace(result, OpenKey{std::move(*node), {}, {}});
+    open_.emplace(result, OpenKey{*node, {}, {}});
     return kSuccess;
 }
 
@@ -292,12 +292,12 @@ VolumeRegistry::OpenKey* VolumeRegistry::Lookup(KeyHandle handle, std::int32_t& 
         result = kInvalidHandle;
         return nullptr;
     }
-    std::optional<Node> node = Resolve(handle);
+    const std::optional<Node> node = Resolve(handle);
     if (!node) {
         result = kFileNotFound;
         return nullptr;
     }
-    return &open_.emplace(handle, OpenKey{std::move(*node), {}, {}}).first->second;
+    return &open_.emplace(handle, OpenKey{*node, {}, {}}).first->second;
 }
 
 std::optional<VolumeRegistry::Node> VolumeRegistry::Resolve(KeyHandle root) {
@@ -318,11 +318,11 @@ std::optional<VolumeRegistry::Node> VolumeRegistry::Descend(Node node, std::stri
     while (!path.empty()) {
         const std::size_t end = std::min(path.find('\\'), path.size());
         if (end > 0) {
-            std::optional<Node> child = Child(node, path.substr(0, end));
+            const std::optional<Node> child = Child(node, path.substr(0, end));
             if (!child) {
                 return std::nullopt;
             }
-            node = std::move(*child);
+            node = *child;
         }
         path.remove_prefix(std::min(end + 1, path.size()));
     }
