@@ -5,34 +5,12 @@
 
 #include "startup/HostProbes.h"
 #include "tests/support/MemoryPlatform.h"
+#include "tests/support/TestToolkit.h"
 
 namespace ostrevin {
 namespace {
 
-/// A toolkit of which only the making of its classes is asked.
-class ClassesToolkit : public Toolkit {
-  public:
-    explicit ClassesToolkit(bool fails) : fails_(fails) {}
-    void InitCommonControls() override {
-        if (fails_) {
-            throw std::runtime_error("no control classes");
-        }
-        ++made;
-    }
-    std::unique_ptr<FormView> CreateView(Form& /*form*/) override { return nullptr; }
-    void MsgBox(Form* /*owner*/, const std::string& /*text*/, const std::string& /*caption*/) override {}
-    [[nodiscard]] double PixelsPerInchX() const override { return 96; }
-    [[nodiscard]] double PixelsPerInchY() const override { return 96; }
-    [[nodiscard]] int CompareText(std::string_view left, std::string_view right) const override {
-        return left.compare(right);
-    }
-    int made = 0;
-
-  private:
-    bool fails_;
-};
-
-class HostProbesTest : public testing::Test {
+class HostProbesTest : public ::testing::Test {
   protected:
     std::string NameOf(std::uint32_t platformId, std::uint32_t major, std::uint32_t minor) {
         platform.version = {platformId, major, minor};
@@ -150,11 +128,11 @@ TEST_F(AdministratorTest, LetsTheServicesFailureThrough) {
 // --- The control classes.
 
 TEST(InitCommonControlClasses, TellsWhetherThatWentWell) {
-    ClassesToolkit sound(false);
-    EXPECT_TRUE(InitCommonControlClasses(sound));
-    EXPECT_EQ(sound.made, 1);
-    ClassesToolkit failing(true);
-    EXPECT_FALSE(InitCommonControlClasses(failing));
+    testing::TestToolkit toolkit;
+    EXPECT_TRUE(InitCommonControlClasses(toolkit));
+    toolkit.initFails = true;
+    EXPECT_FALSE(InitCommonControlClasses(toolkit));
+    EXPECT_EQ(toolkit.initCalls, 2);
 }
 
 }  // namespace
