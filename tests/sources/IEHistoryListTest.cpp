@@ -14,6 +14,7 @@
 #include "sources/FileTimeToLocalDate.h"
 #include "sources/IEHistoryList.h"
 #include "tests/support/MemoryPlatform.h"
+#include "tests/support/PlainIndexScan.h"
 #include "tools/writers/ByteBuffer.h"
 #include "tools/writers/IndexWriter.h"
 #include "tools/writers/Times.h"
@@ -61,71 +62,6 @@ Bytes IndexOf(const Urls& addresses) {
     return file.Take();
 }
 
-/// The addresses of an index file, read whole and step by step, nothing but the rules.
-class PlainScan {
-  public:
-    explicit PlainScan(std::span<const std::byte> bytes) : bytes_(bytes) {}
-
-    Urls Addresses() {
-        Text();
-        Integer();
-        const auto start = static_cast<std::int32_t>(Integer());
-        if (start < 0) {
-            return {};
-        }
-        Urls addresses;
-        next_ = static_cast<std::uint64_t>(start);
-        do {
-            const std::string signature = Characters(4);
-            if (signature == "URL " || signature == "LEAK") {
-                Characters(4 + 8 + 8 + 80);
-                const std::string address = Text();
-                addresses.push_back(address.substr(address.find('@') + 1));
-                const std::uint64_t position = next_ + 1;
-                next_ = position + (kBlock - position % kBlock) + 1 - 1;
-            }
-        } while (lastRead_ < bytes_.size());
-        return addresses;
-    }
-
-  private:
-    /// The next byte; 0 behind the end.
-    std::byte Take() {
-        const std::byte byte = next_ < bytes_.size() ? bytes_[static_cast<std::size_t>(next_)] : std::byte{0};
-        lastRead_ = ++next_;
-        return byte;
-    }
-    std::string Characters(int count) {
-        std::string text;
-        for (int i = 0; i < count; ++i) {
-            text += std::to_integer<char>(Take());
-        }
-        return text;
-    }
-    std::uint32_t Integer() {
-        std::uint32_t number = 0;
-        for (unsigned shift = 0; shift < 32; shift += 8) {
-            number |= std::to_integer<std::uint32_t>(Take()) << shift;
-        }
-        return number;
-    }
-    std::string Text() {
-        std::string text;
-        while (next_ < bytes_.size()) {
-            const std::byte byte = Take();
-            if (byte == std::byte{0}) {
-                return text;
-            }
-            text += std::to_integer<char>(byte);
-        }
-        return text;
-    }
-
-    std::span<const std::byte> bytes_;
-    std::uint64_t next_ = 0;
-    std::uint64_t lastRead_ = 0;  ///< the 1-based position of the last byte read
-};
-
 Urls UrlsOf(const IEHistoryList& list) {
     Urls urls;
     for (std::int32_t i = 0; i < list.Count(); ++i) {
@@ -143,8 +79,16 @@ Urls Read(std::span<const std::byte> bytes) {
     return UrlsOf(list);
 }
 
+Urls PlainUrls(std::span<const std::byte> bytes) {
+    Urls urls;
+    for (const PlainIndexRecord& record : PlainIndexScan(bytes).Records()) {
+        urls.push_back(record.address);
+    }
+    return urls;
+}
+
 void ExpectAsPlain(std::span<const std::byte> bytes) {
-    ASSERT_EQ(Read(bytes), PlainScan(bytes).Addresses()) << bytes.size() << " bytes";
+    ASSERT_EQ(Read(bytes), PlainUrls(bytes)) << bytes.size() << " bytes";
 }
 
 // --- The choice of the file.
@@ -433,7 +377,7 @@ TEST(IEHistoryList, WhatCanNoLongerBeReadEndsTheScan) {
         platform.AddFile(kIndex, whole).readableUpTo = readable;
         IEHistoryList list(platform, "");
         EXPECT_TRUE(list.LoadIEHistory("anna"));
-        EXPECT_EQ(UrlsOf(list), PlainScan(std::span(whole).first(readable)).Addresses()) << readable;
+        EXPECT_EQ(UrlsOf(list), PlainUrls(std::span(whole).first(readable))) << readable;
     }
 }
 
