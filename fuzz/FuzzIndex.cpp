@@ -1,7 +1,8 @@
 // Cache indexes: any bytes are read without harm, and as a plain scan of them reads them.
 //
 // The first byte of an input tells how far the rest is moved: 0 leaves it as it is, and any other number puts
-// what stands behind the file's header so many bytes before the end of the reader's first window.
+// what stands behind the usual header so many bytes before the end of the reader's first window, and moves
+// the offset at which the scan starts by as much.
 
 #include <cstddef>
 #include <cstdint>
@@ -34,8 +35,16 @@ std::vector<std::byte> FileOf(std::span<const std::byte> input) {
     }
     const auto before = std::to_integer<std::size_t>(input.front());
     std::vector<std::byte> file(input.begin() + 1, input.end());
-    if (before != 0 && file.size() > kHeader) {
-        file.insert(file.begin() + kHeader, kWindow - kHeader - before, std::byte{'x'});
+    if (before == 0 || file.size() < kHeader) {
+        return file;
+    }
+    const std::size_t filling = kWindow - kHeader - before;
+    file.insert(file.begin() + kHeader, filling, std::byte{'x'});
+    std::size_t carry = filling;
+    for (std::size_t i = kHeader - 4; i < kHeader; ++i) {
+        carry += std::to_integer<std::size_t>(file[i]);
+        file[i] = static_cast<std::byte>(carry);
+        carry >>= 8U;
     }
     return file;
 }
