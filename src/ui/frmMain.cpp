@@ -288,11 +288,11 @@ void frmMain::DesignTabs() {
 
 void frmMain::DesignLists() {
     lstProgram.SetAccessibleName("Programs");
-    lstProgram.AddColumn("Program", 5820);
+    lstProgram.AddColumn("Program", 5500);
     ColumnHeader& runCount = lstProgram.AddColumn("Run Count", 1200);
     runCount.SetTag("NUMBER");
     runCount.SetRightAligned(true);
-    lstProgram.AddColumn("Last Run", 2400).SetTag("DATE");
+    lstProgram.AddColumn("Last Run", 2700).SetTag("DATE");
     lstProgram.AddColumn("Accessible", 1200);
     lstRecent.SetAccessibleName("Recent Documents");
     lstOpenSave.SetAccessibleName("Opened / Saved Documents");
@@ -301,8 +301,8 @@ void frmMain::DesignLists() {
         list->AddColumn("Accessible", 1200);
     }
     lstIEHistory.SetAccessibleName("IE History");
-    lstIEHistory.AddColumn("URL", 8200);
-    lstIEHistory.AddColumn("Last Accessed", 2400).SetTag("DATE");
+    lstIEHistory.AddColumn("URL", 7900);
+    lstIEHistory.AddColumn("Last Accessed", 2700).SetTag("DATE");
     lstTypedURL.SetAccessibleName("Typed URLs");
     lstTypedURL.AddColumn("URL", 10600);
     // The previews stand ready beside the document lists, out of sight until there is something to show in
