@@ -103,6 +103,7 @@ void StdSortOfTheStrings(benchmark::State& state) {
     IEHistoryList list(*platform, kUser);
     list.LoadIEHistory(kUser);
     std::vector<std::string> urls;
+    urls.reserve(static_cast<std::size_t>(list.Count()));
     for (std::int32_t i = 0; i < list.Count(); ++i) {
         urls.push_back(list.URL(i));
     }

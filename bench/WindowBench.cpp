@@ -9,7 +9,6 @@
 
 #include "bench/BenchVolume.h"
 #include "startup/Program.h"
-#include "toolkit/qt/QtFormView.h"
 #include "toolkit/qt/QtToolkit.h"
 #include "tools/sample-volume/Machine.h"
 
@@ -17,7 +16,6 @@ namespace {
 
 using ostrevin::Program;
 using ostrevin::bench::BenchVolume;
-using ostrevin::qt::QtFormView;
 using ostrevin::qt::QtToolkit;
 
 std::string AnnaSid() {
