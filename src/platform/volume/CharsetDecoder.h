@@ -30,6 +30,7 @@ class CharsetDecoder {
     class Converter;
     std::unique_ptr<Converter> converter_;
     std::array<std::string, 256> characters_;  // of the bytes that stand alone; empty for those that lead
+    std::array<bool, 256> plain_{};            // the bytes that stand for themselves in UTF-8
 };
 
 }  // namespace ostrevin

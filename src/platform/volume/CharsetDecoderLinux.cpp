@@ -79,6 +79,7 @@ CharsetDecoder::CharsetDecoder(const std::string& charset)
             const bool control = byte < 0xA0;
             AppendCharacter(character, control ? static_cast<char32_t>(byte) : U'\uFFFD');
         }
+        plain_.at(byte) = character.size() == 1 && character.front() == alone;
     }
 }
 
@@ -91,6 +92,15 @@ std::string CharsetDecoder::Decode(std::string_view bytes) const {
     text.reserve(bytes.size());
     std::string character;
     while (!bytes.empty()) {
+        // Most text is ASCII throughout, and there is much of it.
+        const auto* plainEnd = std::find_if_not(bytes.begin(), bytes.end(), [this](char byte) {
+            return plain_.at(static_cast<unsigned char>(byte));
+        });
+        text.append(bytes.begin(), plainEnd);
+        bytes.remove_prefix(static_cast<std::size_t>(plainEnd - bytes.begin()));
+        if (bytes.empty()) {
+            break;
+        }
         const std::string& alone = characters_.at(static_cast<unsigned char>(bytes.front()));
         if (!alone.empty()) {
             text += alone;
