@@ -67,24 +67,22 @@ TEST(Examiner, KeepsItsFilesBesideTheProgram) {
 TEST(Examiner, KeepsItsFilesAmongTheUsersSettingsWhereItCannotWrite) {
     const TemporaryFolder evidence;
     const TemporaryFolder home;
+    const TemporaryFolder program;
     const VolumeFiles files(evidence.Path());
+    const Examiner examiner(program / "");
+    EXPECT_EQ(examiner.ApplicationFolder(files), program / "");
     std::filesystem::permissions(home.Path(), std::filesystem::perms::all);
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    const auto before = std::filesystem::status(program).permissions();
-    std::filesystem::permissions(
-        program, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec |
-                     std::filesystem::perms::others_read | std::filesystem::perms::others_exec);
-    {
-        const OrdinaryUser user;
-        const EnvironmentVariable homeFolder("HOME", home.Path().string());
-        const EnvironmentVariable relative("XDG_CONFIG_HOME", "relative");
-        EXPECT_EQ(Examiner().ApplicationFolder(files), home / ".config/ostrevin/");
-        EXPECT_TRUE(std::filesystem::is_directory(home / ".config/ostrevin"));
-        const EnvironmentVariable settings("XDG_CONFIG_HOME", home / "settings");
-        EXPECT_EQ(Examiner().ApplicationFolder(files), home / "settings/ostrevin/");
-        EXPECT_TRUE(std::filesystem::is_directory(home / "settings/ostrevin"));
-    }
-    std::filesystem::permissions(program, before);
+    std::filesystem::permissions(program.Path(), std::filesystem::perms::owner_read |
+                                                     std::filesystem::perms::owner_exec |
+                                                     std::filesystem::perms::others_exec);
+    const OrdinaryUser user;
+    const EnvironmentVariable homeFolder("HOME", home.Path().string());
+    const EnvironmentVariable relative("XDG_CONFIG_HOME", "relative");
+    EXPECT_EQ(examiner.ApplicationFolder(files), home / ".config/ostrevin/");
+    EXPECT_TRUE(std::filesystem::is_directory(home / ".config/ostrevin"));
+    const EnvironmentVariable settings("XDG_CONFIG_HOME", home / "settings");
+    EXPECT_EQ(examiner.ApplicationFolder(files), home / "settings/ostrevin/");
+    EXPECT_TRUE(std::filesystem::is_directory(home / "settings/ostrevin"));
 }
 
 TEST(Examiner, KeepsNothingInTheEvidence) {

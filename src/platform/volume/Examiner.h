@@ -14,8 +14,10 @@ class VolumeFiles;
 
 class Examiner {
   public:
-    /// Takes the manner of writing dates from the locale for times that the environment names.
+    /// Takes the manner of writing dates from the locale for times that the environment names. The program's
+    /// folder is that of the executable, ending in the host's separator.
     Examiner();
+    explicit Examiner(std::string programFolder);
 
     /// The present local time, to the second.
     [[nodiscard]] double Now() const;
@@ -23,9 +25,9 @@ class Examiner {
     [[nodiscard]] std::int32_t UtcBias() const;
     [[nodiscard]] const DateWriter& Dates() const { return dates_; }
 
-    /// The folder for the program's own files, ending in the host's separator: that of the executable; where
-    /// the user cannot write there, or it belongs to the evidence, the program's folder among the user's
-    /// settings, which is created.
+    /// The folder for the program's own files, ending in the host's separator: the program's folder; where
+    /// the user cannot write there, or it belongs to the evidence, one among the user's settings, which is
+    /// created.
     [[nodiscard]] std::string ApplicationFolder(const VolumeFiles& evidence) const;
     /// The host's path of a file with links and ".." resolved; empty when there is no such file.
     [[nodiscard]] std::string ResolvedPath(const std::string& hostPath) const;
@@ -37,6 +39,7 @@ class Examiner {
   private:
     void ForgetEndedOpeners();
 
+    std::string programFolder_;
     DateWriter dates_;
     std::vector<std::int64_t> openers_;  // processes that were started and have not been seen to end
 };

@@ -13,6 +13,7 @@
 #include <sys/wait.h>
 #include <type_traits>
 #include <unistd.h>
+#include <utility>
 
 #include "platform/Dates.h"
 #include "platform/volume/CharsetDecoder.h"
@@ -93,7 +94,10 @@ std::string SettingsFolder() {
 
 }  // namespace
 
-Examiner::Examiner() : dates_(FormatsOfLocale()) {}
+Examiner::Examiner() : Examiner(ExecutableFolder()) {}
+
+Examiner::Examiner(std::string programFolder)
+    : programFolder_(std::move(programFolder)), dates_(FormatsOfLocale()) {}
 
 double Examiner::Now() const {
     const std::tm local = LocalTime(std::time(nullptr));
@@ -106,15 +110,12 @@ std::int32_t Examiner::UtcBias() const {
 }
 
 std::string Examiner::ApplicationFolder(const VolumeFiles& evidence) const {
-    std::string folder = ExecutableFolder();
-    if (faccessat(AT_FDCWD, folder.c_str(), W_OK, AT_EACCESS) == 0 && evidence.IsOutside(folder)) {
-        return folder;
-    }
     const std::string settings = SettingsFolder();
-    if (settings.empty()) {
-        return folder;
+    const bool writable = faccessat(AT_FDCWD, programFolder_.c_str(), W_OK, AT_EACCESS) == 0;
+    if (settings.empty() || (writable && evidence.IsOutside(programFolder_))) {
+        return programFolder_;
     }
-    folder = settings + "/ostrevin/";
+    std::string folder = settings + "/ostrevin/";
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     return folder;
