@@ -11,8 +11,8 @@
 namespace {
 
 using ostrevin::Program;
-using ostrevin::qt::QtToolkit;
 using ostrevin::VolumePlatform;
+using ostrevin::qt::QtToolkit;
 
 constexpr int kCannot = 1;
 constexpr int kUsage = 2;
