@@ -15,11 +15,14 @@ namespace ostrevin {
 namespace {
 
 constexpr std::uint64_t kBlock = 128;
+/// Offsets within an index have 31 bits; a file that goes on behind them is none that the browser wrote.
+constexpr std::uint64_t kLargestIndex = 0x7FFFFFFF;
 
 /// Reads a file through a window of fixed size, so that a file of any length takes little memory.
 class FileWindow {
   public:
-    explicit FileWindow(InputFile& file) : file_(file), size_(file.Size()), buffer_(kCapacity) {}
+    explicit FileWindow(InputFile& file)
+        : file_(file), size_(std::min(file.Size(), kLargestIndex)), buffer_(kCapacity) {}
 
     [[nodiscard]] std::uint64_t Size() const { return size_; }
 
@@ -29,7 +32,8 @@ class FileWindow {
         const bool inside = offset >= start_ && offset + wanted <= start_ + length_;
         if (!inside && !(offset >= start_ && offset < start_ + length_ && start_ + length_ >= size_)) {
             start_ = offset;
-            length_ = offset < size_ ? file_.Read(offset, buffer_) : 0;
+            const std::uint64_t left = size_ - std::min(offset, size_);
+            length_ = file_.Read(offset, std::span(buffer_).first(std::min<std::uint64_t>(left, kCapacity)));
             if (length_ == 0) {
                 size_ = std::min(size_, offset);
             }

@@ -4,7 +4,7 @@
 // The file as read (little-endian): a signature ended by a zero byte, 4 bytes not used, then the offset H at
 // which the scan starts. A record begins with "URL " or "LEAK"; its time of last access (FILETIME, UTC)
 // stands at its byte 16 and its address, ended by a zero byte, always at its byte 104. Bytes behind the end
-// of the file count as zeros.
+// of the file count as zeros, and so do those from 2 GiB on, which no offset of the format reaches.
 #pragma once
 
 #include <cstdint>

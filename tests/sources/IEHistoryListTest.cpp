@@ -13,6 +13,7 @@
 
 #include "sources/FileTimeToLocalDate.h"
 #include "sources/IEHistoryList.h"
+#include "tests/support/Lists.h"
 #include "tests/support/MemoryPlatform.h"
 #include "tests/support/PlainIndexScan.h"
 #include "tools/writers/ByteBuffer.h"
@@ -63,11 +64,7 @@ Bytes IndexOf(const Urls& addresses) {
 }
 
 Urls UrlsOf(const IEHistoryList& list) {
-    Urls urls;
-    for (std::int32_t i = 0; i < list.Count(); ++i) {
-        urls.push_back(list.URL(i));
-    }
-    return urls;
+    return All(list, &IEHistoryList::URL);
 }
 
 /// What is read from an index file, in its order.
@@ -379,6 +376,53 @@ TEST(IEHistoryList, WhatCanNoLongerBeReadEndsTheScan) {
         EXPECT_TRUE(list.LoadIEHistory("anna"));
         EXPECT_EQ(UrlsOf(list), PlainUrls(std::span(whole).first(readable))) << readable;
     }
+}
+
+/// A file of a terabyte: two records before the largest offset, one right behind it, and zeros.
+class EndlessFile : public InputFile {
+  public:
+    explicit EndlessFile(std::uint64_t& farthest) : farthest_(farthest) {
+        samples::ByteBuffer beginning;
+        PutHeader(beginning, kLast);
+        parts_ = {{0, beginning.Take()},
+                  {kLast, Record("last")},
+                  {kLast + kBlock, Record("Visited: anna@very last, and cut here")},
+                  {kLast + 2 * kBlock, Record("beyond")}};
+    }
+    [[nodiscard]] std::uint64_t Size() const override { return std::uint64_t{1} << 40U; }
+    std::size_t Read(std::uint64_t offset, std::span<std::byte> buffer) override {
+        std::fill(buffer.begin(), buffer.end(), std::byte{0});
+        farthest_ = std::max(farthest_, offset);
+        for (const auto& [start, bytes] : parts_) {
+            for (std::size_t i = 0; i < bytes.size(); ++i) {
+                if (start + i >= offset && start + i < offset + buffer.size()) {
+                    buffer[static_cast<std::size_t>(start + i - offset)] = bytes[i];
+                }
+            }
+        }
+        return buffer.size();
+    }
+
+    static constexpr std::uint32_t kLast = 0x7FFFFF00;
+
+  private:
+    static Bytes Record(std::string_view address) {
+        samples::ByteBuffer record;
+        PutRecord(record, address);
+        return record.Take();
+    }
+    std::uint64_t& farthest_;
+    std::vector<std::pair<std::uint64_t, Bytes>> parts_;
+};
+
+TEST(IEHistoryList, AFileWithoutEndIsReadAsFarAsItsOffsetsGo) {
+    std::uint64_t farthest = 0;
+    MemoryPlatform platform;
+    platform.AddFile(kIndex).open = [&] { return std::make_unique<EndlessFile>(farthest); };
+    IEHistoryList list(platform, "");
+    EXPECT_TRUE(list.LoadIEHistory("anna"));
+    EXPECT_EQ(UrlsOf(list), (Urls{"last", "very last"}));
+    EXPECT_LT(farthest, std::uint64_t{1} << 31U);
 }
 
 // --- The edges of the reader's window.

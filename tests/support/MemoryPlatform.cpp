@@ -610,7 +610,7 @@ std::unique_ptr<InputFile> MemoryPlatform::OpenFile(const std::string& path) {
     if (file == nullptr || !file->readable || (file->attributes & kAttributeDirectory) != 0) {
         return nullptr;
     }
-    return std::make_unique<MemoryInputFile>(*file);
+    return file->open ? file->open() : std::make_unique<MemoryInputFile>(*file);
 }
 
 int MemoryPlatform::ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,

@@ -88,6 +88,8 @@ struct MemoryFile {
     std::optional<std::uint64_t> readableUpTo;
     /// Held open by somebody else: it cannot be loaded as a hive.
     bool inUse = false;
+    /// Opens the file in place of what stands above.
+    std::function<std::unique_ptr<InputFile>()> open;
     std::optional<MemoryShortcut> shortcut;
     std::shared_ptr<MemoryKey> hive;
 };
