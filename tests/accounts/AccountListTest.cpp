@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "accounts/AccountList.h"
+#include "tests/support/Lists.h"
 #include "tests/support/MemoryPlatform.h"
 #include "tests/support/Profiles.h"
 #include "tools/writers/IndexWriter.h"
@@ -36,20 +37,8 @@ class AccountListTest : public testing::Test {
         EXPECT_TRUE(accounts.LoadAccountSIDSFromRegistry());
         accounts.LoadAccountNamesFromSID();
     }
-    Strings Sids() const {
-        Strings sids;
-        for (std::int32_t i = 0; i < accounts.Count(); ++i) {
-            sids.push_back(accounts.AccountSID(i));
-        }
-        return sids;
-    }
-    Strings AccountNames() const {
-        Strings names;
-        for (std::int32_t i = 0; i < accounts.Count(); ++i) {
-            names.push_back(accounts.AccountName(i));
-        }
-        return names;
-    }
+    Strings Sids() const { return All(accounts, &AccountList::AccountSID); }
+    Strings AccountNames() const { return All(accounts, &AccountList::AccountName); }
     MemoryKey& ListedKey(const std::string& sid) {
         return platform.Root(kLocalMachine).Key(std::string(kProfileListKey) + "\\" + sid);
     }

@@ -123,7 +123,11 @@ TEST_F(IniFileTest, CommentsHoldNoVariables) {
 
 TEST_F(IniFileTest, LinesEndWithAnyOfTheThreeEnds) {
     for (const std::string end : {"\n", "\r", "\r\n"}) {
-        const IniFile ini = Load("a=1" + end + "[S]" + end + end + "b=2" + end + "c=3");
+        std::string text;
+        for (const std::string_view line : {"a=1", "[S]", "", "b=2"}) {
+            text.append(line).append(end);
+        }
+        const IniFile ini = Load(text + "c=3");
         EXPECT_EQ(ini.GetVariableValue("a"), "1");
         EXPECT_EQ(ini.GetSectionVariableValue("S", "b"), "2");
         EXPECT_EQ(ini.GetSectionVariableValue("S", "c"), "3") << "the last line needs no end";

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <gtest/gtest.h>
@@ -51,6 +52,7 @@ void PlainCombSort(std::vector<Entry>& entries) {
 
 std::vector<Entry> Numbered(const std::vector<std::string>& keys) {
     std::vector<Entry> entries;
+    entries.reserve(keys.size());
     for (const std::string& key : keys) {
         entries.push_back({key, entries.size()});
     }
@@ -132,10 +134,9 @@ TEST(CombSort, ComparesByteByByte) {
     std::vector<Entry> entries =
         Numbered({"b", "\u00E9", "B", "a\xFF", "", "ab", std::string("a\0", 2), "a", "_", "Z"});
     CombSort(entries, &Entry::key);
-    std::vector<std::string> keys;
-    for (const Entry& entry : entries) {
-        keys.push_back(entry.key);
-    }
+    std::vector<std::string> keys(entries.size());
+    std::transform(entries.begin(), entries.end(), keys.begin(),
+                   [](const Entry& entry) { return entry.key; });
     EXPECT_EQ(keys, (std::vector<std::string>{"", "B", "Z", "_", "a", std::string("a\0", 2), "ab", "a\xFF",
                                               "b", "\u00E9"}));
 }
@@ -162,11 +163,8 @@ TEST(CombSort, ComparesWhatFollowsALongCommonBeginning) {
 }
 
 TEST(CombSort, GivesAnOrderOfAllIndexes) {
-    const std::vector<std::string> keys = {"c", "a", "b"};
-    std::vector<const std::string*> pointers;
-    for (const std::string& key : keys) {
-        pointers.push_back(&key);
-    }
+    const std::array<std::string, 3> keys = {"c", "a", "b"};
+    const std::array<const std::string*, 3> pointers = {keys.data(), &keys[1], &keys[2]};
     EXPECT_EQ(CombSortOrder(pointers), (std::vector<std::size_t>{1, 2, 0}));
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "sources/OpenSaveList.h"
+#include "tests/support/Lists.h"
 #include "tests/support/MemoryPlatform.h"
 
 namespace ostrevin {
@@ -17,13 +18,7 @@ using Documents = std::vector<std::string>;
 
 class OpenSaveListTest : public testing::Test {
   protected:
-    static Documents DocumentsOf(const OpenSaveList& list) {
-        Documents documents;
-        for (std::int32_t i = 0; i < list.Count(); ++i) {
-            documents.push_back(list.Document(i));
-        }
-        return documents;
-    }
+    static Documents DocumentsOf(const OpenSaveList& list) { return All(list, &OpenSaveList::Document); }
     /// The documents in the order in which they are read.
     Documents Load() {
         OpenSaveList list(platform);

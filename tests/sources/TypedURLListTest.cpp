@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "sources/TypedURLList.h"
+#include "tests/support/Lists.h"
 #include "tests/support/MemoryPlatform.h"
 
 namespace ostrevin {
@@ -15,11 +16,7 @@ class TypedURLListTest : public testing::Test {
     std::vector<std::string> Load() {
         TypedURLList list(platform);
         loaded = list.LoadTypedURL(kSid);
-        std::vector<std::string> urls;
-        for (std::int32_t i = 0; i < list.Count(); ++i) {
-            urls.push_back(list.URL(i));
-        }
-        return urls;
+        return All(list, &TypedURLList::URL);
     }
 
     MemoryPlatform platform;

@@ -8,6 +8,7 @@
 #include "platform/RuntimeError.h"
 #include "sources/FileTimeToLocalDate.h"
 #include "sources/UserAssistList.h"
+#include "tests/support/Lists.h"
 #include "tests/support/MemoryPlatform.h"
 #include "tools/writers/ByteBuffer.h"
 #include "tools/writers/Times.h"
@@ -58,13 +59,7 @@ class UserAssistListTest : public testing::Test {
         EXPECT_EQ(loaded.UserAssistType(0), type) << decoded;
         EXPECT_EQ(loaded.UserAssistValue(0), value) << decoded;
     }
-    std::vector<std::string> Names() const {
-        std::vector<std::string> names;
-        for (std::int32_t i = 0; i < list.Count(); ++i) {
-            names.push_back(list.UserAssistName(i));
-        }
-        return names;
-    }
+    std::vector<std::string> Names() const { return All(list, &UserAssistList::UserAssistName); }
     /// Values named prefix0, prefix1 and so on.
     void Fill(const std::string& path, const std::string& prefix, int count) {
         for (int i = 0; i < count; ++i) {
