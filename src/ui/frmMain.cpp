@@ -76,7 +76,7 @@ frmMain::frmMain(Toolkit& toolkit, MainWindowParts parts)
 }
 
 frmMain::~frmMain() {
-    Unload();
+    DropView();
 }
 
 void frmMain::BindEvents() {

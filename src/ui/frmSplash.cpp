@@ -11,7 +11,7 @@ frmSplash::frmSplash(Toolkit& toolkit) : Form(toolkit, "frmSplash") {
 }
 
 frmSplash::~frmSplash() {
-    Unload();
+    DropView();
 }
 
 }  // namespace ostrevin

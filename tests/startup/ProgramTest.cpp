@@ -1,5 +1,6 @@
 // The order of the start, and what is said at it.
 #include <array>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -142,6 +143,22 @@ TEST_F(ProgramTest, ReadsTheSettingsFileAtItsStart) {
     EXPECT_TRUE(program.MainWindow()->mnuShowPreview.Checked());
     EXPECT_EQ(program.Settings()->GetINIOption("ShowPreview"), "True");
 }
+
+#ifdef __linux__
+TEST_F(ProgramTest, StartsWithoutASettingsFileThatCannotBeRead) {
+    // A link to an ordinary file, of which nothing can be read at its beginning.
+    const std::filesystem::path link = folder.Path("ostrevin.ini");
+    std::filesystem::create_symlink("/proc/self/mem", link);
+    {
+        Program program(platform, toolkit);
+        program.Main();
+        EXPECT_NE(program.MainWindow(), nullptr);
+        EXPECT_TRUE(toolkit.boxes.empty());
+        EXPECT_EQ(program.Settings()->GetINIOption("ShowPreview"), "");
+    }
+    EXPECT_TRUE(std::filesystem::is_symlink(link)) << "it is not written over";
+}
+#endif
 
 TEST_F(ProgramTest, LogsASourceThatIsNotReadToItsEnd) {
     std::array<std::byte, 16> tooSmall{};
