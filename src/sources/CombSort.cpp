@@ -51,6 +51,12 @@ std::vector<Ranked> RanksOf(std::span<const std::string* const> keys) {
     return ranked;
 }
 
+/// Whether no two keys are equal: only then does the highest rank reach the last place.
+bool AllDiffer(const std::vector<Ranked>& ranked) {
+    return std::any_of(ranked.begin(), ranked.end(),
+                       [&](const Ranked& entry) { return entry.rank + 1 == ranked.size(); });
+}
+
 std::size_t NextGap(std::size_t gap) {
     gap = gap * 10 / 13;
     if (gap == 9 || gap == 10) {
@@ -68,6 +74,13 @@ std::vector<std::size_t> CombSortOrder(std::span<const std::string* const> keys)
         return order;
     }
     std::vector<Ranked> ranked = RanksOf(keys);
+    if (AllDiffer(ranked)) {
+        // Without equal keys there is but one order.
+        for (const Ranked& entry : ranked) {
+            order[entry.rank] = entry.index;
+        }
+        return order;
+    }
     std::size_t gap = ranked.size();
     for (bool sorted = false; !sorted;) {
         if (gap > 1) {
