@@ -10,7 +10,6 @@ class Timer : public Control {
   public:
     using Control::Control;
     void Accept(ControlVisitor& visitor) override;
-    void Attach(ControlView* view) { SetView(view); }
 
     /// In milliseconds; 0 stops it. Set before the form is loaded.
     [[nodiscard]] int Interval() const { return interval_; }

@@ -1,8 +1,8 @@
 #include "platform/ErrorLog.h"
 
-#include <filesystem>
 #include <fstream>
 
+#include "platform/FilePath.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
@@ -16,8 +16,7 @@ void ErrorLog::WriteLog(const std::string& text) {
     if (addDate_) {
         line.insert(0, platform_.DateToText(platform_.Now(), DateForm::General) + ", ");
     }
-    std::ofstream file(std::filesystem::path(std::u8string(fileName_.begin(), fileName_.end())),
-                       std::ios::binary | std::ios::app);
+    std::ofstream file(FilePath(fileName_), std::ios::binary | std::ios::app);
     file << line;
     file.close();
     if (!file) {

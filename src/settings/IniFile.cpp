@@ -6,6 +6,7 @@
 #include <fstream>
 #include <system_error>
 
+#include "platform/FilePath.h"
 #include "platform/RuntimeError.h"
 
 namespace ostrevin {
@@ -13,16 +14,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path PathOf(const std::string& utf8) {
-    return fs::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
 [[noreturn]] void RaiseFileError(const std::string& fileName) {
     throw RuntimeError(RuntimeError::kPathFileAccess, "Path/File access error: " + fileName);
 }
 
 std::string ReadText(const std::string& fileName) {
-    std::ifstream file(PathOf(fileName), std::ios::binary);
+    std::ifstream file(FilePath(fileName), std::ios::binary);
     std::string text;
     std::array<char, 65536> block{};
     while (file) {
@@ -83,7 +80,7 @@ class LineWriter {
 
 void IniFile::LoadINI() {
     std::error_code error;
-    if (!fs::is_regular_file(PathOf(fileName_), error)) {
+    if (!fs::is_regular_file(FilePath(fileName_), error)) {
         return;
     }
     unread_ = true;
@@ -205,7 +202,7 @@ void IniFile::SaveINI() const {
     // Written beside the file and then put in its place, so that a full disk costs nobody the former
     // settings.
     std::error_code error;
-    fs::path target = PathOf(fileName_);
+    fs::path target = FilePath(fileName_);
     // Only a link is followed: the canonical form of a network path loses its server where std::filesystem
     // knows no such roots.
     if (fs::is_symlink(target, error)) {

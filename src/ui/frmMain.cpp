@@ -4,6 +4,7 @@
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "sources/FileTimeToLocalDate.h"
 
 namespace ostrevin {
 namespace {
@@ -25,9 +26,6 @@ constexpr std::array<TraceKind, 5> kTraceKinds = {{
     {":IEHISTORY", "IE History", "IE History", "IEHISTORY", &frmMain::FillIEHistory},
     {":TYPEDURLS", "Typed URLs", "Typed URLs", "TYPEDURLS", &frmMain::FillTypedURLs},
 }};
-
-/// 1601-01-01, up to which a last run counts as none.
-constexpr double kNoLastRun = -109205.0;
 
 std::string KeyOf(std::int32_t position) {
     return std::to_string(position) + "KEY";
@@ -193,7 +191,7 @@ void frmMain::FillPrograms(const std::string& sid) {
             ListItem& item = lstProgram.Add(KeyOf(j), source->UserAssistValue(j));
             item.SetSubItem(1, std::to_string(source->UserAssistRunCount(j)));
             const double lastRun = source->UserAssistLastRun(j);
-            item.SetSubItem(2, lastRun <= kNoLastRun
+            item.SetSubItem(2, lastRun <= kDateOfNoTime
                                    ? std::string()
                                    : parts_.platform.DateToText(lastRun, DateForm::General));
         }
