@@ -6,6 +6,7 @@
 #include <limits>
 #include <string_view>
 
+#include "platform/LittleEndian.h"
 #include "platform/Text.h"
 
 namespace ostrevin {
@@ -179,11 +180,7 @@ RegistryValue RegistryAccess::ReadRegistryValue(const std::string& path) {
         std::array<std::byte, 4> data{};
         size = static_cast<std::uint32_t>(data.size());
         query(data.data());
-        std::uint32_t number = 0;
-        for (std::size_t i = data.size(); i-- > 0;) {
-            number = (number << 8U) | std::to_integer<std::uint32_t>(data[i]);
-        }
-        result = static_cast<std::int32_t>(number);
+        result = static_cast<std::int32_t>(IntegerAt<std::uint32_t>(data, 0));
     } else {
         Raise(kUnsupportedType, "Unsupported data type in registry value '", path);
     }

@@ -3,6 +3,7 @@
 #include <array>
 #include <limits>
 
+#include "platform/LittleEndian.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
@@ -50,17 +51,9 @@ std::string_view TypeOf(std::string_view name) {
     return type;
 }
 
-std::uint32_t ReadUInt32(std::span<const std::byte> data, std::size_t offset) {
-    std::uint32_t number = 0;
-    for (std::size_t i = 4; i-- > 0;) {
-        number = (number << 8U) | std::to_integer<std::uint32_t>(data[offset + i]);
-    }
-    return number;
-}
-
 std::int32_t RunCountOf(std::span<const std::byte> data) {
     constexpr std::int32_t kCountedFrom = 5;
-    const auto raw = static_cast<std::int32_t>(ReadUInt32(data, 4));
+    const auto raw = static_cast<std::int32_t>(IntegerAt<std::uint32_t>(data, 4));
     if (raw < std::numeric_limits<std::int32_t>::min() + kCountedFrom) {
         throw RuntimeError(RuntimeError::kOverflow, "Overflow");
     }
@@ -141,7 +134,8 @@ void UserAssistList::LoadKey(KeyHandle key, std::uint32_t& index, std::span<std:
         entry.name = name.text.starts_with(kEncodedPrefix) ? Rot13(name.text) : name.text;
         entry.type = TypeOf(entry.name);
         entry.value = ValueOf(entry.name, entry.type);
-        entry.lastRun = FileTimeToLocalDate(platform_, {ReadUInt32(data, 8), ReadUInt32(data, 12)});
+        entry.lastRun = FileTimeToLocalDate(
+            platform_, {IntegerAt<std::uint32_t>(data, 8), IntegerAt<std::uint32_t>(data, 12)});
         entries_.push_back(std::move(entry));
         entries_.back().runCount = RunCountOf(data);
     }

@@ -112,7 +112,7 @@ TEST(CorruptLink, ABrokenIdentifierListIsAbsent) {
 TEST(CorruptLink, ABrokenExtensionBlockLeavesTheShortName) {
     const std::vector<std::byte> good = ListBytes();
     const std::size_t extension = kFileItem + kExtension;
-    const auto itemSize = ReadInteger<std::uint16_t>(good, kFileItem);
+    const auto itemSize = IntegerAt<std::uint16_t>(good, kFileItem);
     const std::string expected = "C:\\FILE~1.TXT";
     EXPECT_EQ(ReadShortcut(Patched(good, extension, 0xFFFF, 2)).target, expected) << "size";
     EXPECT_EQ(ReadShortcut(Patched(good, extension, 0, 2)).target, expected) << "size";
@@ -165,7 +165,7 @@ TEST(CorruptLink, LinkInformationThatIsOnlyItsSizeIsAbsent) {
 
 TEST(CorruptLink, PathsOutsideOfTheLinkInformationAreAbsent) {
     const std::vector<std::byte> good = InfoBytes();
-    const auto size = ReadInteger<std::uint32_t>(good, kAfterHeader);
+    const auto size = IntegerAt<std::uint32_t>(good, kAfterHeader);
     constexpr std::size_t kBasePathField = kAfterHeader + 16;
     for (const std::uint32_t offset : {0U, size, size + 1, 0x80000000U, 0xFFFFFFFFU}) {
         EXPECT_EQ(ReadShortcut(Patched(good, kBasePathField, offset)).target, "fallback") << offset;
@@ -198,7 +198,7 @@ TEST(CorruptLink, ABrokenNetworkLinkIsAbsent) {
     for (const std::uint32_t offset : {0U, 1U, 0xFFFFU, 0xFFFFFFFFU}) {
         EXPECT_EQ(ReadShortcut(Patched(good, kLinkField, offset)).target, "fallback") << offset;
     }
-    const std::size_t link = kAfterHeader + ReadInteger<std::uint32_t>(good, kLinkField);
+    const std::size_t link = kAfterHeader + IntegerAt<std::uint32_t>(good, kLinkField);
     for (const std::uint32_t size : {0U, 0x13U, 0xFFFFU, 0xFFFFFFFFU}) {
         EXPECT_EQ(ReadShortcut(Patched(good, link, size)).target, "fallback") << size;
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/LittleEndian.h"
 #include "platform/Text.h"
 #include "platform/volume/HiveStore.h"
 #include "platform/volume/VolumeFiles.h"
@@ -103,11 +104,7 @@ std::optional<std::uint32_t> NumberOf(const regf::Value& value) {
     if (value.Type() != kRegDword || data.size() != 4) {
         return std::nullopt;
     }
-    std::uint32_t number = 0;
-    for (std::size_t i = 4; i-- > 0;) {
-        number = (number << 8U) | std::to_integer<std::uint32_t>(data[i]);
-    }
-    return number;
+    return IntegerAt<std::uint32_t>(data, 0);
 }
 
 VolumeRegistry::VolumeRegistry(const VolumeFiles& files, HiveStore& hives) : files_(files), hives_(hives) {}

@@ -1,7 +1,6 @@
-// Bounded access to the bytes of a shell link file. Integers are little-endian.
+// Bounded access to the bytes of a shell link file.
 #pragma once
 
-#include <concepts>
 #include <cstddef>
 #include <functional>
 #include <optional>
@@ -9,25 +8,14 @@
 #include <string>
 #include <string_view>
 
+#include "platform/LittleEndian.h"
+
 namespace ostrevin::lnk {
 
 using Bytes = std::span<const std::byte>;
 
 /// Single-byte text in the code page of the examined machine, as UTF-8.
 using AnsiDecoder = std::function<std::string(std::string_view)>;
-
-/// The integer at an offset; 0 when it does not lie within the bytes.
-template <std::unsigned_integral T>
-[[nodiscard]] T ReadInteger(Bytes bytes, std::size_t at) {
-    if (at > bytes.size() || bytes.size() - at < sizeof(T)) {
-        return 0;
-    }
-    T value = 0;
-    for (std::size_t i = sizeof(T); i-- > 0;) {
-        value = static_cast<T>((value << 8U) | std::to_integer<T>(bytes[at + i]));
-    }
-    return value;
-}
 
 /// The bytes from an offset to the end; empty when the offset lies beyond it.
 [[nodiscard]] Bytes From(Bytes bytes, std::size_t at);

@@ -30,11 +30,11 @@ ExtraData ReadExtraData(Bytes blocks, const AnsiDecoder& decode) {
     constexpr std::size_t kSpecialFolderSize = 16;
     ExtraData extra;
     // The terminal block is a size below 4.
-    for (auto size = ReadInteger<std::uint32_t>(blocks, 0); size >= kDataAt && size <= blocks.size();
-         size = ReadInteger<std::uint32_t>(blocks, 0)) {
+    for (auto size = IntegerAt<std::uint32_t>(blocks, 0); size >= kDataAt && size <= blocks.size();
+         size = IntegerAt<std::uint32_t>(blocks, 0)) {
         const Bytes block = blocks.first(size);
         blocks = blocks.subspan(size);
-        switch (ReadInteger<std::uint32_t>(block, 4)) {
+        switch (IntegerAt<std::uint32_t>(block, 4)) {
             case kEnvironmentVariable:
                 extra.environmentTarget = EnvironmentText(block, decode);
                 break;
@@ -43,8 +43,8 @@ ExtraData ReadExtraData(Bytes blocks, const AnsiDecoder& decode) {
                 break;
             case kSpecialFolder:
                 if (block.size() >= kSpecialFolderSize) {
-                    extra.specialFolder = {ReadInteger<std::uint32_t>(block, 8),
-                                           ReadInteger<std::uint32_t>(block, 12)};
+                    extra.specialFolder = {IntegerAt<std::uint32_t>(block, 8),
+                                           IntegerAt<std::uint32_t>(block, 12)};
                 }
                 break;
             default:

@@ -50,15 +50,15 @@ std::string LongName(Bytes item, std::size_t endOfName) {
         return {};
     }
     // The last two bytes of the item tell where its extension blocks begin.
-    std::size_t at = ReadInteger<std::uint16_t>(item, item.size() - sizeof(std::uint16_t));
+    std::size_t at = IntegerAt<std::uint16_t>(item, item.size() - sizeof(std::uint16_t));
     while (at >= endOfName && at + kHeaderSize <= item.size()) {
-        const auto size = ReadInteger<std::uint16_t>(item, at);
+        const auto size = IntegerAt<std::uint16_t>(item, at);
         if (size < kHeaderSize || size > item.size() - at) {
             break;
         }
         const Bytes block = item.subspan(at, size);
-        if (ReadInteger<std::uint32_t>(block, 4) == kSignature) {
-            const auto name = ReadInteger<std::uint16_t>(block, kNameOffsetAt);
+        if (IntegerAt<std::uint32_t>(block, 4) == kSignature) {
+            const auto name = IntegerAt<std::uint16_t>(block, kNameOffsetAt);
             return name >= kFirstName ? TerminatedUtf16(block, name) : std::string();
         }
         at += size;
@@ -70,7 +70,7 @@ ItemId FileEntry(Bytes item, const AnsiDecoder& decode) {
     constexpr std::size_t kNameAt = 14;
     constexpr std::uint8_t kUnicodeName = 0x4;
     const Bytes tail = From(item, kNameAt);
-    const bool unicode = (ReadInteger<std::uint8_t>(item, kClassAt) & kUnicodeName) != 0;
+    const bool unicode = (IntegerAt<std::uint8_t>(item, kClassAt) & kUnicodeName) != 0;
     const auto length = unicode ? Utf16ByteLength(tail) : AnsiLength(tail);
     if (!length || *length == 0) {
         return {};
@@ -84,7 +84,7 @@ ItemId FileEntry(Bytes item, const AnsiDecoder& decode) {
 
 ItemId Drive(Bytes item, const AnsiDecoder& decode) {
     constexpr std::uint8_t kHasName = 0x1;
-    if ((ReadInteger<std::uint8_t>(item, kClassAt) & kHasName) == 0) {
+    if ((IntegerAt<std::uint8_t>(item, kClassAt) & kHasName) == 0) {
         return {};  // a folder of the shell below My Computer, not a drive
     }
     std::string root = TerminatedAnsi(item, kClassAt + 1, decode);
@@ -104,7 +104,7 @@ ItemId NetworkLocation(Bytes item, const AnsiDecoder& decode) {
 }
 
 ItemId ReadItem(Bytes item, const AnsiDecoder& decode) {
-    const auto itemClass = ReadInteger<std::uint8_t>(item, kClassAt);
+    const auto itemClass = IntegerAt<std::uint8_t>(item, kClassAt);
     if (itemClass == kRootClass) {
         return {0, RootKind(item), {}};
     }
@@ -125,7 +125,7 @@ ItemId ReadItem(Bytes item, const AnsiDecoder& decode) {
 std::optional<LinkTargetIdList> ReadIdList(Bytes list, const AnsiDecoder& decode) {
     LinkTargetIdList result;
     // An item of size 0 ends the list; the end of the bytes does as well.
-    while (const auto size = ReadInteger<std::uint16_t>(list, result.size)) {
+    while (const auto size = IntegerAt<std::uint16_t>(list, result.size)) {
         if (size <= kClassAt || size > list.size() - result.size) {
             return std::nullopt;
         }

@@ -29,7 +29,7 @@ class Cursor {
 
 bool TakeIdList(Cursor& cursor, const AnsiDecoder& decode, std::optional<LinkTargetIdList>& idList) {
     const auto size = cursor.Take(sizeof(std::uint16_t));
-    const auto list = size ? cursor.Take(ReadInteger<std::uint16_t>(*size, 0)) : std::nullopt;
+    const auto list = size ? cursor.Take(IntegerAt<std::uint16_t>(*size, 0)) : std::nullopt;
     if (list) {
         idList = ReadIdList(*list, decode);
     }
@@ -38,7 +38,7 @@ bool TakeIdList(Cursor& cursor, const AnsiDecoder& decode, std::optional<LinkTar
 
 bool TakeLinkInfo(Cursor& cursor, const AnsiDecoder& decode, std::optional<LinkInfo>& linkInfo) {
     // The size counts itself, so that a smaller one is only that.
-    const std::size_t size = std::max<std::size_t>(ReadInteger<std::uint32_t>(cursor.Rest(), 0), 4);
+    const std::size_t size = std::max<std::size_t>(IntegerAt<std::uint32_t>(cursor.Rest(), 0), 4);
     const auto info = cursor.Take(size);
     if (info) {
         linkInfo = ReadLinkInfo(*info, decode);
@@ -49,7 +49,7 @@ bool TakeLinkInfo(Cursor& cursor, const AnsiDecoder& decode, std::optional<LinkI
 bool TakeString(Cursor& cursor, bool unicode, const AnsiDecoder& decode, std::string& text) {
     const auto count = cursor.Take(sizeof(std::uint16_t));
     const std::size_t unit = unicode ? 2 : 1;
-    const auto characters = count ? cursor.Take(unit * ReadInteger<std::uint16_t>(*count, 0)) : std::nullopt;
+    const auto characters = count ? cursor.Take(unit * IntegerAt<std::uint16_t>(*count, 0)) : std::nullopt;
     if (characters) {
         text = unicode ? Utf16Text(*characters) : AnsiText(*characters, decode);
     }
