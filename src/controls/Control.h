@@ -56,6 +56,10 @@ class Control {
     [[nodiscard]] const std::string& AccessibleName() const { return accessibleName_; }
     void SetAccessibleName(const std::string& name) { accessibleName_ = name; }
 
+    /// The typeface it asks for; empty for that of the system. Set before the form is loaded.
+    [[nodiscard]] const std::string& FontName() const { return fontName_; }
+    void SetFontName(const std::string& name) { fontName_ = name; }
+
     /// The container it stands on; null for a form.
     [[nodiscard]] Container* Parent() const { return container_; }
     /// The form it belongs to.
@@ -89,6 +93,7 @@ class Control {
     std::string name_;
     std::string tag_;
     std::string accessibleName_;
+    std::string fontName_;
     double left_ = 0;
     double top_ = 0;
     double width_ = 0;

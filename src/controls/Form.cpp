@@ -3,6 +3,8 @@
 #include <cmath>
 #include <utility>
 
+#include "controls/Inputs.h"
+
 namespace ostrevin {
 
 Form::Form(Toolkit& toolkit, std::string name) : Container(nullptr, std::move(name)), toolkit_(toolkit) {}
@@ -64,6 +66,20 @@ void Form::Unload() {
     // out.
     const std::unique_ptr<FormView> view = std::move(view_);
     Form_Unload();
+}
+
+void Form::Close() {
+    if (Form_QueryUnload()) {
+        Unload();
+    }
+}
+
+void Form::Escape() {
+    if (cancelButton_ != nullptr) {
+        cancelButton_->Press();
+    } else if (borderStyle_ == BorderStyle::FixedDialog) {
+        Close();
+    }
 }
 
 void Form::Refresh() {

@@ -10,6 +10,8 @@
 
 namespace ostrevin {
 
+class CommandButton;
+
 enum class BorderStyle {
     None,         ///< no border and no caption
     Sizable,      ///< minimised, maximised and sized by the user
@@ -57,8 +59,19 @@ class Form : public Container {
     void Refresh();
     void MsgBox(const std::string& text, const std::string& caption);
 
+    /// The button that Enter presses, wherever no other button has the focus, and the one that Escape
+    /// presses; null for none.
+    [[nodiscard]] CommandButton* DefaultButton() const { return defaultButton_; }
+    void SetDefaultButton(CommandButton* button) { defaultButton_ = button; }
+    [[nodiscard]] CommandButton* CancelButton() const { return cancelButton_; }
+    void SetCancelButton(CommandButton* button) { cancelButton_ = button; }
+
     // Called by the view.
 
+    /// The user closes the window: it is unloaded, unless Form_QueryUnload objects.
+    void Close();
+    /// The user pressed Escape: it presses the cancel button; a dialog without one is closed.
+    void Escape();
     /// The user or the system gave the window an inner size, or minimised it.
     void Resized(int pixelWidth, int pixelHeight, enum WindowState state);
 
@@ -68,6 +81,8 @@ class Form : public Container {
     void DropView() { view_.reset(); }
     virtual void Form_Load() {}
     virtual void Form_Resize() {}
+    /// Whether the user may close the window now.
+    virtual bool Form_QueryUnload() { return true; }
     virtual void Form_Unload() {}
     void OnMoved() override;
 
@@ -82,6 +97,8 @@ class Form : public Container {
     int minPixelHeight_ = 0;
     MenuBar menus_;
     std::unique_ptr<FormView> view_;
+    CommandButton* defaultButton_ = nullptr;
+    CommandButton* cancelButton_ = nullptr;
     bool resizing_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "controls/ListView.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 #include "controls/ControlVisitor.h"
@@ -54,9 +55,12 @@ ColumnHeader& ListView::Column(int index) {
 }
 
 ListItem& ListView::Add(const std::string& key, std::string text) {
-    auto item = std::make_unique<ListItem>(key, std::move(text));
-    if (!key.empty() && !byKey_.try_emplace(item->Key(), item.get()).second) {
-        throw ControlError("Key is not unique in collection: " + key);
+    return Add(std::make_unique<ListItem>(key, std::move(text)));
+}
+
+ListItem& ListView::Add(std::unique_ptr<ListItem> item) {
+    if (!item->Key().empty() && !byKey_.try_emplace(item->Key(), item.get()).second) {
+        throw ControlError("Key is not unique in collection: " + item->Key());
     }
     ListItem& added = *item;
     added.list_ = this;
@@ -79,6 +83,26 @@ std::unique_ptr<ListItem> ListView::Remove(ListItem& item) {
     byKey_.erase(removed->Key());
     removed->list_ = nullptr;
     if (selected_ == &item) {
+        Select(nullptr);
+    }
+    RowsChanged();
+    return removed;
+}
+
+std::vector<std::unique_ptr<ListItem>> ListView::RemoveAll(const std::function<bool(const ListItem&)>& test) {
+    std::vector<std::unique_ptr<ListItem>> removed;
+    bool selectionGoes = false;
+    for (std::unique_ptr<ListItem>& item : std::views::reverse(items_)) {
+        if (!test(*item)) {
+            continue;
+        }
+        byKey_.erase(item->Key());
+        item->list_ = nullptr;
+        selectionGoes = selectionGoes || selected_ == item.get();
+        removed.push_back(std::move(item));
+    }
+    std::erase(items_, nullptr);
+    if (selectionGoes) {
         Select(nullptr);
     }
     RowsChanged();
@@ -199,6 +223,12 @@ void ListView::Select(ListItem* item) {
     selected_ = item;
     if (TheView() != nullptr) {
         TheView()->SelectionChanged();
+    }
+}
+
+void ListView::LockUpdate(bool locked) {
+    if (TheView() != nullptr) {
+        TheView()->LockUpdate(locked);
     }
 }
 

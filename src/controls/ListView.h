@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -82,6 +83,8 @@ class ListViewView : public ControlView {
     virtual void SelectionChanged() = 0;
     /// Sorted, SortKey or SortOrder changed.
     virtual void SortChanged() = 0;
+    /// Paints nothing until it is called with false.
+    virtual void LockUpdate(bool locked) = 0;
     virtual void EnsureVisible(std::size_t row) = 0;
     /// The extended style, in the numbers of the Windows list view.
     [[nodiscard]] virtual std::uint32_t ExtendedStyle() const = 0;
@@ -109,6 +112,10 @@ class ListView : public Control {
     ListItem& Add(const std::string& key, std::string text);
     /// Takes an item out and hands it over.
     std::unique_ptr<ListItem> Remove(ListItem& item);
+    /// Takes out all items of which the test holds, and hands them over from the last to the first.
+    std::vector<std::unique_ptr<ListItem>> RemoveAll(const std::function<bool(const ListItem&)>& test);
+    /// Takes back an item that was taken out, as Add does.
+    ListItem& Add(std::unique_ptr<ListItem> item);
     void Clear();
     [[nodiscard]] std::size_t ItemCount() const { return items_.size(); }
     /// By place, from 1. Throws ControlError when there is no such item.
@@ -125,6 +132,9 @@ class ListView : public Control {
     void SetSortKey(int column);
     [[nodiscard]] enum SortOrder SortOrder() const { return sortOrder_; }
     void SetSortOrder(enum SortOrder order);
+
+    /// Keeps what is on the screen as it is, whatever changes, until it is called with false.
+    void LockUpdate(bool locked);
 
     /// Null when nothing is selected.
     [[nodiscard]] ListItem* SelectedItem() const { return selected_; }

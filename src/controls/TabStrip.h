@@ -7,21 +7,14 @@
 #include "controls/Control.h"
 #include "controls/Event.h"
 #include "controls/ImageList.h"
+#include "controls/PixelRect.h"
 
 namespace ostrevin {
-
-/// In pixels, from the top left corner of the strip.
-struct PixelRect {
-    int left = 0;
-    int top = 0;
-    int width = 0;
-    int height = 0;
-};
 
 class TabStripView : public ControlView {
   public:
     virtual void SelectionChanged() = 0;
-    /// The area below the tabs.
+    /// The area below the tabs, from the top left corner of the strip.
     [[nodiscard]] virtual PixelRect ClientArea() const = 0;
 };
 

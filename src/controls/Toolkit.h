@@ -8,6 +8,9 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/Cursor.h"
+#include "controls/PixelRect.h"
+
 namespace ostrevin {
 
 class Form;
@@ -32,6 +35,14 @@ class FormView {
     virtual void Refresh() = 0;
 };
 
+/// What a Save dialog is asked.
+struct SaveRequest {
+    std::string title;
+    /// Pairs of a description and a pattern, all separated by "|": "HTML Files (*.htm)|*.htm".
+    std::string filter;
+    std::string fileName;  ///< what it begins with
+};
+
 class Toolkit {
   public:
     Toolkit() = default;
@@ -46,6 +57,20 @@ class Toolkit {
     virtual std::unique_ptr<FormView> CreateView(Form& form) = 0;
     /// Shows a text with an OK button and no icon, and returns when it is closed. owner may be null.
     virtual void MsgBox(Form* owner, const std::string& text, const std::string& caption) = 0;
+    /// Asks where to save, without a default extension and without a question about a file that is there;
+    /// empty when it was cancelled. owner may be null.
+    virtual std::string ShowSave(Form* owner, const SaveRequest& request) = 0;
+    /// Handles the messages that wait, so that windows are painted and timers run during a long task.
+    virtual void DoEvents() = 0;
+
+    [[nodiscard]] virtual std::unique_ptr<Cursor> LoadCursor(CursorShape shape) = 0;
+    /// Shows a cursor until the mouse moves on; to be called in answer to a move of the mouse.
+    virtual void SetCursor(const Cursor& cursor) = 0;
+    /// Keeps the mouse within a part of the screen; null sets it free.
+    virtual void ClipCursor(const PixelRect* area) = 0;
+
+    /// How many points of the screen there are to a pixel, in which windows are measured.
+    [[nodiscard]] virtual double PointsPerPixel() const { return 1; }
     [[nodiscard]] virtual double PixelsPerInchX() const = 0;
     [[nodiscard]] virtual double PixelsPerInchY() const = 0;
     /// Compares without regard to case, in the order of the user's locale; less than, equal to or greater

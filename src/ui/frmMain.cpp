@@ -307,6 +307,8 @@ void frmMain::DesignLists() {
     // them.
     picRecentThumbnail.SetVisible(false);
     picOpenSaveThumbnail.SetVisible(false);
+    picRecentThumbnail.SetBordered(true);
+    picOpenSaveThumbnail.SetBordered(true);
 }
 
 }  // namespace ostrevin

@@ -7,7 +7,7 @@ frmSplash::frmSplash(Toolkit& toolkit) : Form(toolkit, "frmSplash") {
     SetCaption("Ostrevin");
     Move(0, 0, 6300, 3600);
     picSplash.Move(0, 0, 6300, 3600);
-    picSplash.SetPicture("splash");
+    picSplash.SetPictureName("splash");
 }
 
 frmSplash::~frmSplash() {

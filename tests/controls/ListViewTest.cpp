@@ -142,6 +142,7 @@ class CountingView : public ListViewView {
     void RowChanged(std::size_t row) override { changed.push_back(row); }
     void SelectionChanged() override { ++selections; }
     void SortChanged() override {}
+    void LockUpdate(bool /*locked*/) override {}
     void EnsureVisible(std::size_t row) override { shown.push_back(row); }
     [[nodiscard]] std::uint32_t ExtendedStyle() const override { return style; }
     void SetExtendedStyle(std::uint32_t newStyle) override { style = newStyle; }

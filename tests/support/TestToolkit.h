@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -19,11 +21,19 @@ class TestToolkit : public Toolkit {
     };
 
     /// What happened, in order: "load NAME", "show NAME", "modal NAME", "hide NAME", "unload NAME", "box
-    /// TEXT".
+    /// TEXT", "save TITLE|FILTER|NAME", "load cursor NUMBER", "clip", "unclip".
     std::vector<std::string> log;
     std::vector<Box> boxes;
     /// Runs while a modal form is shown; it should hide or unload the form.
     std::function<void(Form&)> onModal;
+    /// What the Save dialog returns.
+    std::string savePath;
+    /// Runs in DoEvents.
+    std::function<void()> onEvents;
+    /// The cursors that were loaded and not destroyed, and the one that was set last, by their shapes.
+    std::multiset<CursorShape> cursors;
+    std::optional<CursorShape> cursor;
+    std::optional<PixelRect> clip;
     bool initFails = false;
     int initCalls = 0;
     double pixelsPerInch = 96;
@@ -39,12 +49,49 @@ class TestToolkit : public Toolkit {
         boxes.push_back({text, caption});
         log.push_back("box " + text);
     }
+    std::string ShowSave(Form* /*owner*/, const SaveRequest& request) override {
+        log.push_back("save " + request.title + "|" + request.filter + "|" + request.fileName);
+        return savePath;
+    }
+    void DoEvents() override {
+        if (onEvents) {
+            onEvents();
+        }
+    }
+    [[nodiscard]] std::unique_ptr<Cursor> LoadCursor(CursorShape shape) override;
+    void SetCursor(const Cursor& cursor) override;
+    void ClipCursor(const PixelRect* area) override {
+        clip = area == nullptr ? std::nullopt : std::optional(*area);
+        log.emplace_back(area == nullptr ? "unclip" : "clip");
+    }
     [[nodiscard]] double PixelsPerInchX() const override { return pixelsPerInch; }
     [[nodiscard]] double PixelsPerInchY() const override { return pixelsPerInch; }
     [[nodiscard]] int CompareText(std::string_view left, std::string_view right) const override {
         return UpperCase(left).compare(UpperCase(right));
     }
 };
+
+class TestCursor : public Cursor {
+  public:
+    TestCursor(TestToolkit& toolkit, CursorShape shape)
+        : toolkit_(toolkit), place_(toolkit.cursors.insert(shape)) {
+        toolkit.log.push_back("load cursor " + std::to_string(static_cast<int>(shape)));
+    }
+    ~TestCursor() override { toolkit_.cursors.erase(place_); }
+    [[nodiscard]] CursorShape Shape() const { return *place_; }
+
+  private:
+    TestToolkit& toolkit_;
+    std::multiset<CursorShape>::iterator place_;
+};
+
+inline std::unique_ptr<Cursor> TestToolkit::LoadCursor(CursorShape shape) {
+    return std::make_unique<TestCursor>(*this, shape);
+}
+
+inline void TestToolkit::SetCursor(const Cursor& shown) {
+    cursor = static_cast<const TestCursor&>(shown).Shape();
+}
 
 class TestFormView : public FormView {
   public:

@@ -1,5 +1,11 @@
 #include "toolkit/qt/QtBoxes.h"
 
+#include <cmath>
+#include <optional>
+
+#include <QFrame>
+#include <QGroupBox>
+#include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -18,35 +24,64 @@ int ButtonBits(Qt::MouseButtons buttons) {
            (buttons.testFlag(Qt::MiddleButton) ? 4 : 0);
 }
 
-class PictureWidget : public QWidget {
+class PictureWidget : public QFrame {
   public:
     PictureWidget(QtToolkit& toolkit, PictureBox& box, QWidget* parent)
-        : QWidget(parent), toolkit_(toolkit), box_(box) {
+        : QFrame(parent), toolkit_(toolkit), box_(box) {
         setMouseTracking(true);
+        if (box.Bordered()) {
+            setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+            setAutoFillBackground(true);
+            setBackgroundRole(QPalette::Base);
+        }
     }
 
   protected:
-    void paintEvent(QPaintEvent* /*event*/) override {
-        if (!box_.Picture().empty()) {
-            QPainter painter(this);
+    void paintEvent(QPaintEvent* event) override {
+        QFrame::paintEvent(event);
+        QPainter painter(this);
+        if (!box_.PictureName().empty()) {
             painter.setRenderHint(QPainter::SmoothPixmapTransform);
-            painter.drawPixmap(rect(), Picture(box_.Picture(), devicePixelRatioF()));
+            painter.drawPixmap(rect(), Picture(box_.PictureName(), devicePixelRatioF()));
+        }
+        if (box_.Picture() != nullptr) {
+            PaintPoints(painter, *box_.Picture());
         }
     }
     void mousePressEvent(QMouseEvent* event) override {
         Raise(box_.MouseDown, *event, ButtonBits(event->button()));
     }
     void mouseMoveEvent(QMouseEvent* event) override {
+        toolkit_.ForgetCursor();
         Raise(box_.MouseMove, *event, ButtonBits(event->buttons()));
+        if (const std::optional<Qt::CursorShape> shape = toolkit_.CursorOfMove()) {
+            setCursor(*shape);
+        } else {
+            unsetCursor();
+        }
     }
     void mouseReleaseEvent(QMouseEvent* event) override {
         Raise(box_.MouseUp, *event, ButtonBits(event->button()));
     }
+    void leaveEvent(QEvent* /*event*/) override { unsetCursor(); }
 
   private:
+    /// One point of the picture to one of the screen, in the middle of the box.
+    void PaintPoints(QPainter& painter, const ostrevin::Picture& picture) {
+        QImage image(reinterpret_cast<const uchar*>(picture.pixels.data()), picture.width, picture.height,
+                     QImage::Format_ARGB32);
+        image.setDevicePixelRatio(devicePixelRatioF());
+        const QSizeF size = image.deviceIndependentSize();
+        const QPointF corner((width() - size.width()) / 2, (height() - size.height()) / 2);
+        const double ratio = devicePixelRatioF();
+        painter.drawImage(
+            QPointF(std::floor(corner.x() * ratio) / ratio, std::floor(corner.y() * ratio) / ratio), image);
+    }
     void Raise(const Event<int, int, double, double>& event, const QMouseEvent& mouse, int buttons) {
-        const double x = box_.ScaleX(mouse.position().x(), ScaleMode::Pixel, box_.ScaleMode());
-        const double y = box_.ScaleY(mouse.position().y(), ScaleMode::Pixel, box_.ScaleMode());
+        const QPointF place = toolkit_.Confine(mapToGlobal(mouse.position()));
+        const QPointF within = mapFromGlobal(place);
+        const double x = box_.ScaleX(within.x(), ScaleMode::Pixel, box_.ScaleMode());
+        const double y = box_.ScaleY(within.y(), ScaleMode::Pixel, box_.ScaleMode());
         toolkit_.Deliver([&] { event.Raise(buttons, ShiftState(mouse.modifiers()), x, y); });
     }
 
@@ -54,10 +89,17 @@ class PictureWidget : public QWidget {
     PictureBox& box_;
 };
 
+QWidget& NewFrame(const Frame& frame, QWidget* parent) {
+    if (frame.Caption().empty()) {
+        return *new QWidget(parent);
+    }
+    return *new QGroupBox(Text(frame.Caption()), parent);
+}
+
 }  // namespace
 
 QtFrame::QtFrame(Frame& frame, QWidget* parent) : WidgetView(frame) {
-    Show(*new QWidget(parent));
+    Show(NewFrame(frame, parent));
 }
 
 QtPictureBox::QtPictureBox(QtToolkit& toolkit, PictureBox& box, QWidget* parent) : WidgetView(box) {
@@ -66,6 +108,11 @@ QtPictureBox::QtPictureBox(QtToolkit& toolkit, PictureBox& box, QWidget* parent)
 
 void QtPictureBox::PictureChanged() {
     Widget().update();
+}
+
+PixelRect QtPictureBox::WindowRect() const {
+    const QPoint corner = Widget().mapToGlobal(QPoint(0, 0));
+    return {corner.x(), corner.y(), Widget().width(), Widget().height()};
 }
 
 }  // namespace ostrevin::qt

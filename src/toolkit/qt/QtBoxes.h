@@ -16,6 +16,7 @@ class QtPictureBox final : public WidgetView<PictureBoxView, PictureBox> {
   public:
     QtPictureBox(QtToolkit& toolkit, PictureBox& box, QWidget* parent);
     void PictureChanged() override;
+    [[nodiscard]] PixelRect WindowRect() const override;
 };
 
 }  // namespace ostrevin::qt

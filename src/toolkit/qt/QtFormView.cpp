@@ -12,6 +12,7 @@
 
 #include "controls/Timer.h"
 #include "toolkit/qt/QtBoxes.h"
+#include "toolkit/qt/QtInputs.h"
 #include "toolkit/qt/QtListView.h"
 #include "toolkit/qt/QtPictures.h"
 #include "toolkit/qt/QtStatusBar.h"
@@ -30,8 +31,19 @@ class FormWindow : public QMainWindow {
 
   protected:
     void closeEvent(QCloseEvent* event) override {
-        event->accept();
-        toolkit_.Deliver([this] { form_.Unload(); });
+        // Unloading takes the window away; a form that objects keeps it.
+        event->ignore();
+        toolkit_.Deliver([this] { form_.Close(); });
+    }
+
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape) {
+            toolkit_.Deliver([this] { form_.Escape(); });
+        } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+            PressOnEnter();
+        } else {
+            QMainWindow::keyPressEvent(event);
+        }
     }
 
     void changeEvent(QEvent* event) override {
@@ -46,6 +58,15 @@ class FormWindow : public QMainWindow {
     }
 
   private:
+    /// Presses the button that has the focus, else the form's default button.
+    void PressOnEnter() {
+        if (auto* button = qobject_cast<QPushButton*>(focusWidget())) {
+            button->click();
+        } else if (form_.DefaultButton() != nullptr) {
+            toolkit_.Deliver([this] { form_.DefaultButton()->Press(); });
+        }
+    }
+
     QtToolkit& toolkit_;
     Form& form_;
 };
@@ -84,6 +105,9 @@ QtFormView::QtFormView(QtToolkit& toolkit, Form& form)
     window_->setCentralWidget(surface_);
     if (form.BorderStyle() == BorderStyle::None) {
         window_->setWindowFlags(Qt::SplashScreen);
+    } else if (form.BorderStyle() == BorderStyle::FixedDialog) {
+        window_->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                Qt::WindowCloseButtonHint);
     }
     CaptionChanged();
     AddMenus();
@@ -214,6 +238,30 @@ void QtFormView::Visit(PictureBox& box) {
     QWidget& widget = view->Widget();
     views_.push_back(std::move(view));
     AddControls(box, widget);
+}
+
+void QtFormView::Visit(CheckBox& box) {
+    views_.push_back(std::make_unique<QtCheckBox>(toolkit_, box, parent_));
+}
+
+void QtFormView::Visit(ComboBox& box) {
+    views_.push_back(std::make_unique<QtComboBox>(toolkit_, box, parent_));
+}
+
+void QtFormView::Visit(CommandButton& button) {
+    views_.push_back(std::make_unique<QtCommandButton>(toolkit_, button, parent_));
+}
+
+void QtFormView::Visit(Label& label) {
+    views_.push_back(std::make_unique<QtLabel>(label, parent_));
+}
+
+void QtFormView::Visit(ProgressBar& bar) {
+    views_.push_back(std::make_unique<QtProgressBar>(bar, parent_));
+}
+
+void QtFormView::Visit(TextBox& box) {
+    views_.push_back(std::make_unique<QtTextBox>(toolkit_, box, parent_));
 }
 
 void QtFormView::Visit(ListView& list) {

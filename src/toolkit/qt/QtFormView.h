@@ -34,11 +34,17 @@ class QtFormView final : public FormView, private MenuView, private ControlVisit
   private:
     void ItemChanged(MenuItem& item) override;
 
+    void Visit(CheckBox& box) override;
+    void Visit(ComboBox& box) override;
+    void Visit(CommandButton& button) override;
     void Visit(Frame& frame) override;
+    void Visit(Label& label) override;
     void Visit(ListView& list) override;
     void Visit(PictureBox& box) override;
+    void Visit(ProgressBar& bar) override;
     void Visit(StatusBar& bar) override;
     void Visit(TabStrip& tabs) override;
+    void Visit(TextBox& box) override;
     void Visit(Timer& timer) override;
     void Visit(ToolBar& bar) override;
     void Visit(TreeView& tree) override;

@@ -244,6 +244,14 @@ void QtListView::SortChanged() {
                                                                  : Qt::DescendingOrder);
 }
 
+void QtListView::LockUpdate(bool locked) {
+    widget_->setUpdatesEnabled(!locked);
+    if (locked) {
+        // One look at the rows in the end serves better than word of each change on the way.
+        RowsChanged();
+    }
+}
+
 void QtListView::EnsureVisible(std::size_t row) {
     BringUpToDate();
     widget_->scrollTo(model_.index(static_cast<int>(row), 0));

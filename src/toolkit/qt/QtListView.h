@@ -39,6 +39,7 @@ class QtListView final : public WidgetView<ListViewView, ListView> {
     void RowChanged(std::size_t row) override;
     void SelectionChanged() override;
     void SortChanged() override;
+    void LockUpdate(bool locked) override;
     void EnsureVisible(std::size_t row) override;
     [[nodiscard]] std::uint32_t ExtendedStyle() const override { return extendedStyle_; }
     void SetExtendedStyle(std::uint32_t style) override;

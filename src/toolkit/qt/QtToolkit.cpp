@@ -1,8 +1,10 @@
 #include "toolkit/qt/QtToolkit.h"
 
+#include <algorithm>
 #include <exception>
 
 #include <QApplication>
+#include <QCursor>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QScreen>
@@ -21,6 +23,32 @@ void ShowBox(QWidget* owner, QMessageBox::Icon icon, std::string_view text, cons
     box.exec();
 }
 
+class QtCursor final : public Cursor {
+  public:
+    explicit QtCursor(Qt::CursorShape shape) : shape_(shape) {}
+    [[nodiscard]] Qt::CursorShape Shape() const { return shape_; }
+
+  private:
+    Qt::CursorShape shape_;
+};
+
+QWidget* WindowOf(const Form* form) {
+    const auto* view = form == nullptr ? nullptr : static_cast<QtFormView*>(form->View());
+    return view == nullptr ? nullptr : view->Window();
+}
+
+/// "HTML Files (*.htm)|*.htm" as Qt has it: "HTML Files (*.htm)".
+QString NameFilters(const std::string& filter) {
+    const QStringList parts = Text(filter).split(u'|');
+    QStringList names;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString name = parts[i].section(u'(', 0, 0).trimmed();
+        QString patterns = parts[i + 1];
+        names += name + QStringLiteral(" (") + patterns.replace(u';', u' ') + u')';
+    }
+    return names.join(QStringLiteral(";;"));
+}
+
 }  // namespace
 
 QtToolkit::QtToolkit() {
@@ -35,8 +63,49 @@ std::unique_ptr<FormView> QtToolkit::CreateView(Form& form) {
 }
 
 void QtToolkit::MsgBox(Form* owner, const std::string& text, const std::string& caption) {
-    const auto* view = owner == nullptr ? nullptr : static_cast<QtFormView*>(owner->View());
-    ShowBox(view == nullptr ? nullptr : view->Window(), QMessageBox::NoIcon, text, Text(caption));
+    ShowBox(WindowOf(owner), QMessageBox::NoIcon, text, Text(caption));
+}
+
+std::string QtToolkit::ShowSave(Form* owner, const SaveRequest& request) {
+    QFileDialog dialog(WindowOf(owner), Text(request.title), {}, NameFilters(request.filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.selectFile(Text(request.fileName));
+    return dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()
+               ? dialog.selectedFiles().front().toStdString()
+               : std::string();
+}
+
+void QtToolkit::DoEvents() {
+    QApplication::processEvents();
+}
+
+std::unique_ptr<Cursor> QtToolkit::LoadCursor(CursorShape shape) {
+    return std::make_unique<QtCursor>(shape == CursorShape::SizeWestEast ? Qt::SplitHCursor
+                                                                         : Qt::SplitVCursor);
+}
+
+void QtToolkit::SetCursor(const Cursor& cursor) {
+    cursorOfMove_ = static_cast<const QtCursor&>(cursor).Shape();
+}
+
+void QtToolkit::ClipCursor(const PixelRect* area) {
+    clip_ = area == nullptr ? std::nullopt
+                            : std::optional(QRect(area->left, area->top, area->width, area->height));
+}
+
+QPointF QtToolkit::Confine(const QPointF& place) const {
+    if (!clip_ || clip_->contains(place.toPoint())) {
+        return place;
+    }
+    const QPointF nearest(std::clamp(place.x(), double(clip_->left()), double(clip_->right())),
+                          std::clamp(place.y(), double(clip_->top()), double(clip_->bottom())));
+    QCursor::setPos(nearest.toPoint());
+    return nearest;
+}
+
+double QtToolkit::PointsPerPixel() const {
+    return QApplication::primaryScreen()->devicePixelRatio();
 }
 
 double QtToolkit::PixelsPerInchX() const {

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include <QCollator>
+#include <QPointF>
+#include <QRect>
 
 #include "controls/Toolkit.h"
 
@@ -17,6 +20,12 @@ class QtToolkit final : public Toolkit {
     void InitCommonControls() override;
     std::unique_ptr<FormView> CreateView(Form& form) override;
     void MsgBox(Form* owner, const std::string& text, const std::string& caption) override;
+    std::string ShowSave(Form* owner, const SaveRequest& request) override;
+    void DoEvents() override;
+    [[nodiscard]] std::unique_ptr<Cursor> LoadCursor(CursorShape shape) override;
+    void SetCursor(const Cursor& cursor) override;
+    void ClipCursor(const PixelRect* area) override;
+    [[nodiscard]] double PointsPerPixel() const override;
     [[nodiscard]] double PixelsPerInchX() const override;
     [[nodiscard]] double PixelsPerInchY() const override;
     [[nodiscard]] int CompareText(std::string_view left, std::string_view right) const override;
@@ -29,6 +38,15 @@ class QtToolkit final : public Toolkit {
     /// the program with exit code 1.
     void Deliver(const std::function<void()>& action);
 
+    // Called by the views of boxes.
+
+    /// A place on the screen, or the nearest to it where the mouse is kept to a part of the screen; the mouse
+    /// is put there then.
+    [[nodiscard]] QPointF Confine(const QPointF& place) const;
+    /// The cursor that SetCursor was given since ForgetCursor.
+    [[nodiscard]] std::optional<Qt::CursorShape> CursorOfMove() const { return cursorOfMove_; }
+    void ForgetCursor() { cursorOfMove_.reset(); }
+
     // Called by the views of forms.
 
     void FormOpened() { ++openForms_; }
@@ -36,6 +54,8 @@ class QtToolkit final : public Toolkit {
 
   private:
     QCollator collator_;
+    std::optional<Qt::CursorShape> cursorOfMove_;
+    std::optional<QRect> clip_;
     int openForms_ = 0;
 };
 

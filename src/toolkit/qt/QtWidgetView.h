@@ -41,6 +41,11 @@ class WidgetView : public View {
         if (!control_.AccessibleName().empty()) {
             widget.setAccessibleName(Text(control_.AccessibleName()));
         }
+        if (!control_.FontName().empty()) {
+            QFont font = widget.font();
+            font.setFamily(Text(control_.FontName()));
+            widget.setFont(font);
+        }
         control_.Attach(this);
         Moved();
         StateChanged();
