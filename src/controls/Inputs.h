@@ -14,8 +14,8 @@ class CaptionView : public ControlView {
     virtual void CaptionChanged() = 0;
 };
 
-/// A line of text. In the caption of a label, a button or a check box, "&" stands before the letter that
-/// chooses it; a label's letter chooses the control behind it in the tab order.
+/// A line of text, shown as it stands. (In the caption of a button or a check box, "&" stands before the
+/// letter that chooses it.)
 class Label : public Control {
   public:
     using Control::Control;

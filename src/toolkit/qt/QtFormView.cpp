@@ -6,8 +6,10 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QElapsedTimer>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QScreen>
+#include <QToolBar>
 #include <QWindow>
 
 #include "controls/Timer.h"
@@ -60,7 +62,8 @@ class FormWindow : public QMainWindow {
   private:
     /// Presses the button that has the focus, else the form's default button.
     void PressOnEnter() {
-        if (auto* button = qobject_cast<QPushButton*>(focusWidget())) {
+        auto* button = qobject_cast<QAbstractButton*>(focusWidget());
+        if (button != nullptr && qobject_cast<QCheckBox*>(button) == nullptr) {
             button->click();
         } else if (form_.DefaultButton() != nullptr) {
             toolkit_.Deliver([this] { form_.DefaultButton()->Press(); });
@@ -129,6 +132,7 @@ QtFormView::~QtFormView() {
 
 void QtFormView::Show() {
     window_->setWindowModality(Qt::NonModal);
+    FocusFirst();
     window_->show();
     window_->raise();
 }
@@ -137,8 +141,36 @@ void QtFormView::ShowModal() {
     QEventLoop loop;
     modalLoop_ = &loop;
     window_->setWindowModality(Qt::ApplicationModal);
+    if (QWidget* owner = QApplication::activeWindow(); owner != nullptr && owner != window_) {
+        StandOver(*owner);
+    }
+    FocusFirst();
     window_->show();
+    window_->activateWindow();
     loop.exec();
+}
+
+/// Keeps the window in front of another, and puts it over the middle of that.
+void QtFormView::StandOver(QWidget& owner) {
+    window_->winId();  // makes the native window that there is to put in front
+    window_->windowHandle()->setTransientParent(owner.windowHandle());
+    QRect place = window_->frameGeometry();
+    place.moveCenter(owner.frameGeometry().center());
+    const QRect screen = owner.screen()->availableGeometry();
+    window_->move(std::max(place.left(), screen.left()), std::max(place.top(), screen.top()));
+}
+
+/// Gives the focus to the first control, unless one has it; tool bars are there for those who turn to them.
+void QtFormView::FocusFirst() {
+    QWidget* widget = window_->nextInFocusChain();
+    while (window_->focusWidget() == nullptr && widget != window_) {
+        const bool onBar = qobject_cast<QToolBar*>(widget->parentWidget()) != nullptr;
+        if (!onBar && (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isEnabled() &&
+            widget->isVisibleTo(window_)) {
+            widget->setFocus();
+        }
+        widget = widget->nextInFocusChain();
+    }
 }
 
 void QtFormView::Hide() {

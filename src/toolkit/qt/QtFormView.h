@@ -53,6 +53,8 @@ class QtFormView final : public FormView, private MenuView, private ControlVisit
     void AddItem(QMenu& menu, MenuItem& item);
     void AddControls(Container& container, QWidget& widget);
     void FitSize();
+    void StandOver(QWidget& owner);
+    void FocusFirst();
 
     QtToolkit& toolkit_;
     Form& form_;

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "controls/Form.h"
+
 namespace ostrevin::qt {
 
 QtLabel::QtLabel(Label& label, QWidget* parent) : WidgetView(label), widget_(new QLabel(parent)) {
@@ -18,6 +20,7 @@ QtCommandButton::QtCommandButton(QtToolkit& toolkit, CommandButton& button, QWid
     : WidgetView(button), widget_(new QPushButton(parent)) {
     QObject::connect(widget_, &QPushButton::clicked, widget_,
                      [&] { toolkit.Deliver([&button] { button.Press(); }); });
+    widget_->setDefault(button.ParentForm().DefaultButton() == &button);
     Show(*widget_);
     CaptionChanged();
 }

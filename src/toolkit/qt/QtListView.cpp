@@ -1,12 +1,15 @@
 #include "toolkit/qt/QtListView.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QProxyStyle>
+#include <QStyleOptionFocusRect>
 #include <QToolTip>
 
 #include "controls/Container.h"
@@ -26,11 +29,59 @@ class RoomyStyle : public QProxyStyle {
     }
 };
 
+/// The headers of the columns, for the keyboard too: the arrows choose a column, the space bar clicks it.
+class HeaderWidget : public QHeaderView {
+  public:
+    explicit HeaderWidget(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+        setFocusPolicy(Qt::TabFocus);
+        setHighlightSections(false);
+    }
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        switch (event->key()) {
+            case Qt::Key_Left:
+                Choose(column_ - 1);
+                break;
+            case Qt::Key_Right:
+                Choose(column_ + 1);
+                break;
+            case Qt::Key_Space:
+            case Qt::Key_Return:
+            case Qt::Key_Enter:
+                emit sectionClicked(column_);
+                break;
+            default:
+                event->ignore();
+        }
+    }
+    void focusInEvent(QFocusEvent* /*event*/) override { viewport()->update(); }
+    void focusOutEvent(QFocusEvent* /*event*/) override { viewport()->update(); }
+    void paintSection(QPainter* painter, const QRect& rect, int column) const override {
+        QHeaderView::paintSection(painter, rect, column);
+        if (hasFocus() && column == column_) {
+            QStyleOptionFocusRect option;
+            option.initFrom(this);
+            option.rect = rect.adjusted(2, 2, -2, -2);
+            style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, painter, this);
+        }
+    }
+
+  private:
+    void Choose(int column) {
+        column_ = std::clamp(column, 0, count() - 1);
+        viewport()->update();
+    }
+
+    int column_ = 0;
+};
+
 /// Tells what a person chose, by mouse (each click, also on what is selected) and by keyboard (each move).
 class ListWidget : public QTreeView {
   public:
     ListWidget(QtListView& view, QWidget* parent) : QTreeView(parent), view_(view) {
         setStyle(&style_);
+        setHeader(new HeaderWidget(this));
         header()->setStyle(&style_);
         connect(header(), &QHeaderView::sectionResized, this, [this] {
             if (!fitting_) {

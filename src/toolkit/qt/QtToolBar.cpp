@@ -1,6 +1,7 @@
 #include "toolkit/qt/QtToolBar.h"
 
 #include <QToolBar>
+#include <QToolButton>
 
 #include "toolkit/qt/QtPictures.h"
 
@@ -20,6 +21,10 @@ QtToolBar::QtToolBar(QtToolkit& toolkit, ToolBar& bar, QWidget* parent) : Widget
             ButtonChanged(button);
             toolkit.Deliver([&] { Control().Click(button); });
         });
+    }
+    for (QToolButton* button : widget->findChildren<QToolButton*>()) {
+        // The filter is in no menu, so the keyboard has to get here.
+        button->setFocusPolicy(Qt::TabFocus);
     }
     Show(*widget);
     for (const ToolButton& button : bar.Buttons()) {

@@ -29,7 +29,15 @@ class WidgetView : public View {
     ~WidgetView() override { control_.Attach(nullptr); }
 
     void Moved() override { Place(*widget_, control_); }
-    void StateChanged() override { ApplyState(*widget_, control_); }
+    void StateChanged() override {
+        // What is hidden loses the focus; shown again, it has it as before.
+        const bool focused = widget_->window()->focusWidget() == widget_;
+        ApplyState(*widget_, control_);
+        if (control_.Visible() && focusLeft_) {
+            widget_->setFocus();
+        }
+        focusLeft_ = focused && !control_.Visible();
+    }
     [[nodiscard]] QWidget& Widget() const { return *widget_; }
 
   protected:
@@ -55,6 +63,7 @@ class WidgetView : public View {
   private:
     Shown& control_;
     QWidget* widget_ = nullptr;
+    bool focusLeft_ = false;
 };
 
 }  // namespace ostrevin::qt
