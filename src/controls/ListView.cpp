@@ -33,6 +33,14 @@ void ListItem::SetSubItem(int number, std::string text) {
     Changed();
 }
 
+void ListItem::SetCell(int column, std::string text) {
+    if (column <= 1) {
+        SetText(std::move(text));
+    } else {
+        SetSubItem(column - 1, std::move(text));
+    }
+}
+
 void ListItem::Changed() {
     if (list_ != nullptr && list_->TheView() != nullptr) {
         list_->TheView()->RowChanged(list_->IndexOf(*this) - 1);
@@ -215,6 +223,13 @@ void ListView::SetSortKey(int column) {
 }
 
 void ListView::SetSortOrder(enum SortOrder order) {
+    sortOrder_ = order;
+    SortChanged();
+}
+
+void ListView::SortBy(int column, enum SortOrder order) {
+    sorted_ = true;
+    sortKey_ = column;
     sortOrder_ = order;
     SortChanged();
 }

@@ -61,6 +61,7 @@ class ListItem {
     [[nodiscard]] const std::string& Cell(int column) const {
         return column <= 1 ? text_ : SubItem(column - 1);
     }
+    void SetCell(int column, std::string text);
 
   private:
     friend class ListView;
@@ -132,6 +133,8 @@ class ListView : public Control {
     void SetSortKey(int column);
     [[nodiscard]] enum SortOrder SortOrder() const { return sortOrder_; }
     void SetSortOrder(enum SortOrder order);
+    /// Sets SortKey, SortOrder and Sorted, and sorts once.
+    void SortBy(int column, enum SortOrder order);
 
     /// Keeps what is on the screen as it is, whatever changes, until it is called with false.
     void LockUpdate(bool locked);

@@ -69,13 +69,26 @@ TEST_F(ListViewTest, SortsByTheTextOfTheSortColumn) {
     EXPECT_EQ(Texts(), (Strings{"z", "y", "x"})) << "a cell without text comes first";
 }
 
+TEST_F(ListViewTest, SortsByAColumnInOneStep) {
+    list.Add("", "x").SetSubItem(1, "2");
+    list.Add("", "y").SetSubItem(1, "1");
+    list.Add("", "z").SetSubItem(1, "3");
+    list.SortBy(1, SortOrder::Descending);
+    EXPECT_EQ(Texts(), (Strings{"z", "x", "y"}));
+    EXPECT_TRUE(list.Sorted());
+    EXPECT_EQ(list.SortKey(), 1);
+    EXPECT_EQ(list.SortOrder(), SortOrder::Descending);
+}
+
 TEST_F(ListViewTest, EqualItemsKeepTheirOrder) {
     for (int i = 0; i < 50; ++i) {
         list.Add(std::to_string(i), "same").SetTag(std::to_string(i));
     }
-    list.SetSorted(true);
-    for (int i = 0; i < 50; ++i) {
-        EXPECT_EQ(list.Item(static_cast<std::size_t>(i) + 1).Tag(), std::to_string(i));
+    for (const SortOrder order : {SortOrder::Ascending, SortOrder::Descending}) {
+        list.SortBy(0, order);
+        for (int i = 0; i < 50; ++i) {
+            EXPECT_EQ(list.Item(static_cast<std::size_t>(i) + 1).Tag(), std::to_string(i));
+        }
     }
 }
 
@@ -96,7 +109,12 @@ TEST_F(ListViewTest, SubItemsAreThoseOfItsColumns) {
     item.SetSubItem(1, "x");
     EXPECT_EQ(item.Cell(1), "a");
     EXPECT_EQ(item.Cell(2), "x");
+    item.SetCell(2, "y");
+    EXPECT_EQ(item.SubItem(1), "y");
+    item.SetCell(1, "b");
+    EXPECT_EQ(item.Text(), "b");
     EXPECT_THROW(item.SetSubItem(2, "y"), ControlError) << "there is no third column";
+    EXPECT_THROW(item.SetCell(3, "y"), ControlError);
     EXPECT_THROW(item.SetSubItem(0, "y"), ControlError);
 }
 

@@ -1,0 +1,52 @@
+#include "ui/ListSorter.h"
+
+#include <cstddef>
+#include <string>
+
+#include "ui/SortKeys.h"
+
+namespace ostrevin {
+namespace {
+
+void PutKeys(Platform& platform, ListView& list, const ColumnHeader& column) {
+    const bool numbers = column.Tag() == "NUMBER";
+    for (std::size_t i = 1; i <= list.ItemCount(); ++i) {
+        ListItem& item = list.Item(i);
+        const std::string& cell = item.Cell(column.Index());
+        std::string key = numbers ? NumberKey(cell) : DateKey(platform, cell);
+        std::string saved;
+        saved.reserve(cell.size() + 1 + item.Tag().size());
+        saved.append(cell).append(1, '\0').append(item.Tag());
+        item.SetTag(std::move(saved));
+        item.SetCell(column.Index(), std::move(key));
+    }
+}
+
+/// Puts the first part of the tag, which zero characters divide, back into the cell, and leaves the second.
+void PutTextsBack(ListView& list, int column) {
+    for (std::size_t i = 1; i <= list.ItemCount(); ++i) {
+        ListItem& item = list.Item(i);
+        const std::string& saved = item.Tag();
+        const std::size_t end = saved.find('\0');
+        item.SetCell(column, saved.substr(0, end));
+        item.SetTag(saved.substr(end + 1, saved.find('\0', end + 1) - end - 1));
+    }
+}
+
+}  // namespace
+
+void ListSorter(Platform& platform, ListView& list, const ColumnHeader& column, bool toggleOrder) {
+    const bool toDescending = (list.SortOrder() == SortOrder::Ascending) == toggleOrder;
+    const SortOrder order = toDescending ? SortOrder::Descending : SortOrder::Ascending;
+    if (column.Tag() != "NUMBER" && column.Tag() != "DATE") {
+        list.SortBy(column.Index() - 1, order);
+        return;
+    }
+    list.LockUpdate(true);
+    PutKeys(platform, list, column);
+    list.SortBy(column.Index() - 1, order);
+    PutTextsBack(list, column.Index());
+    list.LockUpdate(false);
+}
+
+}  // namespace ostrevin

@@ -1,0 +1,113 @@
+#include "ui/SortKeys.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <optional>
+
+#include "platform/Dates.h"
+
+namespace ostrevin {
+namespace {
+
+constexpr std::size_t kDigits = 30;
+constexpr int kDecimals = 30;
+constexpr std::string_view kBlanks = " \t\r\n\v\f";
+
+bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+std::string_view WithoutBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+std::optional<double> ReadNumber(std::string_view text) {
+    text = WithoutBlanks(text);
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    if (text.empty() || !(IsDigit(text.front()) || text.front() == '.')) {
+        return std::nullopt;  // from_chars would take a second sign, and words for infinity
+    }
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return negative ? -value : value;
+}
+
+/// Text of at most 15 digits, which a double holds exactly, and which is its own decimal form.
+bool IsPlainInteger(std::string_view text) {
+    return !text.empty() && text.size() <= std::numeric_limits<double>::digits10 &&
+           std::all_of(text.begin(), text.end(), IsDigit);
+}
+
+/// 30 digits or more, a point, 30 decimals.
+std::string Pattern(std::string_view integer, std::string_view decimals) {
+    std::string key;
+    key.reserve(2 * kDigits + 1);
+    key.append(kDigits - std::min(kDigits, integer.size()), '0');
+    key.append(integer).append(1, '.').append(decimals);
+    key.append(kDigits - decimals.size(), '0');
+    return key;
+}
+
+std::string Format(double magnitude) {
+    std::array<char, std::numeric_limits<double>::max_exponent10 + kDecimals + 3> digits{};
+    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), magnitude,
+                                      std::chars_format::fixed, kDecimals);
+    const std::string_view text(digits.data(), static_cast<std::size_t>(result.ptr - digits.data()));
+    const std::size_t point = text.find('.');
+    return Pattern(text.substr(0, point), text.substr(point + 1));
+}
+
+std::string Complement(std::string key) {
+    for (char& character : key) {
+        if (IsDigit(character)) {
+            character = static_cast<char>('0' + '9' - character);
+        }
+    }
+    return key;
+}
+
+void AppendTwoDigits(std::string& text, int number) {
+    text += static_cast<char>('0' + number / 10);
+    text += static_cast<char>('0' + number % 10);
+}
+
+}  // namespace
+
+std::string NumberKey(std::string_view text) {
+    if (IsPlainInteger(text) && text.find_first_not_of('0') != std::string_view::npos) {
+        return Pattern(text, {});
+    }
+    const std::optional<double> value = ReadNumber(text);
+    if (!value) {
+        return {};
+    }
+    // Zero counts as negative: it comes after all negative numbers and before all others.
+    return *value > 0 ? Format(*value) : Complement(Format(std::fabs(*value))).insert(0, 1, '&');
+}
+
+std::string DateKey(Platform& platform, const std::string& text) {
+    const std::optional<double> date = platform.TextToDate(text);
+    if (!date) {
+        return {};
+    }
+    const SystemTime civil = CivilFromDate(*date);
+    std::string key = std::to_string(civil.year);
+    for (const int part : {civil.month, civil.day, civil.hour, civil.minute, civil.second}) {
+        AppendTwoDigits(key, part);
+    }
+    return key;
+}
+
+}  // namespace ostrevin

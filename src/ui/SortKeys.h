@@ -1,0 +1,20 @@
+// Texts that stand for numbers and dates where only texts can be compared.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/Platform.h"
+
+namespace ostrevin {
+
+/// The keys of numbers below 10^30, compared as text with "&" before the digits, are in the order of the
+/// numbers: 30 digits, a point and 30 decimals; for 0 and negative numbers "&" and the complement of each
+/// digit of the magnitude. A number is a decimal text with or without sign, point, exponent and blanks around
+/// it. Empty for what is no number, or none that a double can hold.
+[[nodiscard]] std::string NumberKey(std::string_view text);
+
+/// Year, month, day, hour, minute and second, all but the year in two digits; empty for what is no date.
+[[nodiscard]] std::string DateKey(Platform& platform, const std::string& text);
+
+}  // namespace ostrevin
