@@ -1,7 +1,6 @@
 #include "controls/ListView.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 #include "controls/ControlVisitor.h"
@@ -100,7 +99,8 @@ std::unique_ptr<ListItem> ListView::Remove(ListItem& item) {
 std::vector<std::unique_ptr<ListItem>> ListView::RemoveAll(const std::function<bool(const ListItem&)>& test) {
     std::vector<std::unique_ptr<ListItem>> removed;
     bool selectionGoes = false;
-    for (std::unique_ptr<ListItem>& item : std::views::reverse(items_)) {
+    for (std::size_t row = items_.size(); row > 0; --row) {
+        std::unique_ptr<ListItem>& item = items_[row - 1];
         if (!test(*item)) {
             continue;
         }
@@ -110,6 +110,7 @@ std::vector<std::unique_ptr<ListItem>> ListView::RemoveAll(const std::function<b
         removed.push_back(std::move(item));
     }
     std::erase(items_, nullptr);
+    NumberRows();
     if (selectionGoes) {
         Select(nullptr);
     }
@@ -144,11 +145,15 @@ std::size_t ListView::IndexOf(const ListItem& item) const {
         throw ControlError("The item is not in this list: " + item.Text());
     }
     if (!FindNear(item)) {
-        for (std::size_t row = 0; row < items_.size(); ++row) {
-            items_[row]->row_ = row;
-        }
+        NumberRows();
     }
     return item.row_ + 1;
+}
+
+void ListView::NumberRows() const {
+    for (std::size_t row = 0; row < items_.size(); ++row) {
+        items_[row]->row_ = row;
+    }
 }
 
 bool ListView::FindNear(const ListItem& item) const {
@@ -191,9 +196,7 @@ void ListView::Sort() {
     std::stable_sort(items_.begin(), items_.end(), [ascending](const auto& left, const auto& right) {
         return ascending ? left->row_ < right->row_ : right->row_ < left->row_;
     });
-    for (std::size_t row = 0; row < items_.size(); ++row) {
-        items_[row]->row_ = row;
-    }
+    NumberRows();
     RowsChanged();
 }
 

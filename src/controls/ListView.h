@@ -164,6 +164,8 @@ class ListView : public Control {
     [[nodiscard]] ListViewView* TheView() const { return static_cast<ListViewView*>(AttachedView()); }
     /// Brings an item's row up to date, if it has not moved far.
     [[nodiscard]] bool FindNear(const ListItem& item) const;
+    /// Brings the rows of all items up to date.
+    void NumberRows() const;
     [[nodiscard]] bool InOrder(const ListItem& left, const ListItem& right);
     void Sort();
     void SortChanged();
