@@ -1,6 +1,7 @@
 #include "controls/ListView.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 #include "controls/ControlVisitor.h"
@@ -187,15 +188,24 @@ void ListView::Sort() {
     for (const auto& item : items_) {
         texts.emplace_back(item->Cell(sortKey_ + 1));
     }
-    // The items carry their ranks where their rows stand otherwise.
-    const std::vector<std::size_t> ranks = ParentForm().GetToolkit().RankTexts(texts);
-    for (std::size_t row = 0; row < items_.size(); ++row) {
-        items_[row]->row_ = ranks[row];
+    std::vector<std::size_t> ranks = ParentForm().GetToolkit().RankTexts(texts);
+    if (sortOrder_ == SortOrder::Descending && !ranks.empty()) {
+        const std::size_t last = *std::max_element(ranks.begin(), ranks.end());
+        std::transform(ranks.begin(), ranks.end(), ranks.begin(),
+                       [last](std::size_t rank) { return last - rank; });
     }
-    const bool ascending = sortOrder_ == SortOrder::Ascending;
-    std::stable_sort(items_.begin(), items_.end(), [ascending](const auto& left, const auto& right) {
-        return ascending ? left->row_ < right->row_ : right->row_ < left->row_;
-    });
+    // There are no more ranks than items: each rank's rows are counted, and begin where those of the ranks
+    // before it end.
+    std::vector<std::size_t> rowOfRank(items_.size() + 1);
+    for (const std::size_t rank : ranks) {
+        ++rowOfRank[rank + 1];
+    }
+    std::partial_sum(rowOfRank.begin(), rowOfRank.end(), rowOfRank.begin());
+    std::vector<std::unique_ptr<ListItem>> sorted(items_.size());
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        sorted[rowOfRank[ranks[i]]++] = std::move(items_[i]);
+    }
+    items_ = std::move(sorted);
     NumberRows();
     RowsChanged();
 }

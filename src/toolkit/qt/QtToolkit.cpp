@@ -52,7 +52,6 @@ QString NameFilters(const std::string& filter) {
 }  // namespace
 
 QtToolkit::QtToolkit() {
-    collator_.setCaseSensitivity(Qt::CaseInsensitive);
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
@@ -117,7 +116,11 @@ double QtToolkit::PixelsPerInchY() const {
 }
 
 int QtToolkit::CompareText(std::string_view left, std::string_view right) const {
-    return collator_.compare(Text(left), Text(right));
+    return collation_.Compare(left, right);
+}
+
+std::vector<std::size_t> QtToolkit::RankTexts(std::span<const std::string_view> texts) const {
+    return collation_.Rank(texts);
 }
 
 std::string QtToolkit::ChooseFolder(const std::string& caption) {

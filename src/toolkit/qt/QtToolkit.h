@@ -4,11 +4,11 @@
 #include <functional>
 #include <optional>
 
-#include <QCollator>
 #include <QPointF>
 #include <QRect>
 
 #include "controls/Toolkit.h"
+#include "toolkit/qt/QtCollation.h"
 
 namespace ostrevin::qt {
 
@@ -29,6 +29,7 @@ class QtToolkit final : public Toolkit {
     [[nodiscard]] double PixelsPerInchX() const override;
     [[nodiscard]] double PixelsPerInchY() const override;
     [[nodiscard]] int CompareText(std::string_view left, std::string_view right) const override;
+    [[nodiscard]] std::vector<std::size_t> RankTexts(std::span<const std::string_view> texts) const override;
 
     /// Asks for a folder; empty when none was chosen.
     [[nodiscard]] std::string ChooseFolder(const std::string& caption);
@@ -53,7 +54,7 @@ class QtToolkit final : public Toolkit {
     void FormClosed();
 
   private:
-    QCollator collator_;
+    QtCollation collation_{QCollator().locale()};
     std::optional<Qt::CursorShape> cursorOfMove_;
     std::optional<QRect> clip_;
     int openForms_ = 0;
