@@ -160,6 +160,9 @@ enum class DateForm {
     LongTime,
 };
 
+class ShellFolder;
+class ShellMalloc;
+
 class Platform {
   public:
     Platform() = default;
@@ -225,6 +228,12 @@ class Platform {
     /// Null when it is not a file that can be read.
     virtual std::unique_ptr<InputFile> OpenFile(const std::string& path) = 0;
     virtual std::unique_ptr<ShellLink> CreateShellLink() = 0;
+    /// The root of the shell's namespace (platform/ShellFolder.h); null when it cannot be had.
+    virtual std::unique_ptr<ShellFolder> SHGetDesktopFolder() = 0;
+    /// What frees the shell's item identifier lists; null when it cannot be had.
+    virtual std::unique_ptr<ShellMalloc> SHGetMalloc() = 0;
+    /// Starts a program in a normal window that gets the focus; false when it cannot.
+    virtual bool StartProgram(const std::string& commandLine) = 0;
     /// Opens a document or an address; greater than 32 on success, else the shell's error number.
     virtual int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,
                               int showCommand) = 0;

@@ -619,6 +619,11 @@ int MemoryPlatform::ShellExecuteA(const std::string& verb, const std::string& fi
     return shellExecuteResult;
 }
 
+bool MemoryPlatform::StartProgram(const std::string& commandLine) {
+    programsStarted.push_back(commandLine);
+    return FailureOf("StartProgram") == kSuccess;
+}
+
 // --- Shortcuts.
 
 class MemoryShellLink : public ShellLink {

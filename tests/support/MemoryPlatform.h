@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "platform/ShellFolder.h"
 
 namespace ostrevin {
 
@@ -92,6 +93,10 @@ struct MemoryFile {
     std::function<std::unique_ptr<InputFile>()> open;
     std::optional<MemoryShortcut> shortcut;
     std::shared_ptr<MemoryKey> hive;
+    /// Whether the shell has a thumbnail handler for it.
+    bool hasThumbnail = false;
+    /// What the handler extracts; none for the zero handle.
+    std::optional<Bitmap> thumbnail;
 };
 
 class MemoryPlatform : public Platform {
@@ -129,8 +134,8 @@ class MemoryPlatform : public Platform {
     [[nodiscard]] MemoryFile* Find(const std::string& path);
 
     /// Makes a call, named as in Platform.h, fail: registry calls with this code, calls of the shell's
-    /// shortcut object and time conversions as failures, the management service's by throwing. The first few
-    /// may be let through.
+    /// objects, starts of programs and time conversions as failures, the management service's by throwing.
+    /// The first few may be let through.
     void Fail(const std::string& call, std::int32_t code = kAccessDenied, int after = 0);
 
     // --- What the program asked for, in order.
@@ -157,7 +162,13 @@ class MemoryPlatform : public Platform {
     std::vector<HiveLoaded> hivesLoaded;
     std::vector<std::vector<std::string>> privilegesEnabled;  ///< one element for each adjustment
     std::vector<Executed> executed;
+    std::vector<std::string> programsStarted;  ///< their command lines
     std::vector<std::string> filesOpened;
+    /// "malloc", "desktop", "parse NAME", "bind PATH", "object PATH", "location WIDTH x HEIGHT, DEPTH bits,
+    /// flags FLAGS, buffer SIZE", "extract PATH", "free PATH"; the path of no item is empty.
+    std::vector<std::string> shellCalls;
+    /// The item identifier lists that were not freed, with the paths of their items.
+    std::map<ItemList, std::string> itemLists;
     /// Keys that are open at this time.
     [[nodiscard]] std::size_t OpenKeys() const { return openKeys_.size(); }
 
@@ -195,6 +206,9 @@ class MemoryPlatform : public Platform {
     std::optional<DirectoryEntry> FindEntry(const std::string& path) override;
     std::unique_ptr<InputFile> OpenFile(const std::string& path) override;
     std::unique_ptr<ShellLink> CreateShellLink() override;
+    std::unique_ptr<ShellFolder> SHGetDesktopFolder() override;
+    std::unique_ptr<ShellMalloc> SHGetMalloc() override;
+    bool StartProgram(const std::string& commandLine) override;
     int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,
                       int showCommand) override;
 
@@ -209,6 +223,8 @@ class MemoryPlatform : public Platform {
 
   private:
     friend class MemoryShellLink;
+    friend class MemoryShellFolder;
+    friend class MemoryImageExtractor;
     struct OpenKey {
         std::shared_ptr<MemoryKey> key;
         std::uint32_t access = 0;
@@ -236,6 +252,7 @@ class MemoryPlatform : public Platform {
     std::map<std::string, std::map<KeyHandle, std::shared_ptr<MemoryKey>>, NoCaseLess> computers_;
     std::map<KeyHandle, OpenKey> openKeys_;
     KeyHandle nextHandle_ = 0x100;
+    ItemList nextItemList_ = 1;
     std::vector<std::string> enabledPrivileges_;
     std::deque<MemoryFile> files_;
     std::map<std::string, MemoryFile*, NoCaseLess> filesByPath_;

@@ -187,6 +187,41 @@ TEST(MemoryFiles, AreListedInTheOrderOfTheirAdding) {
     EXPECT_NE(platform.OpenFile("C:\\f\\b.txt"), nullptr);
 }
 
+TEST(MemoryShell, ItemsAreFoundInTheirFoldersUntilTheirListsAreFreed) {
+    MemoryPlatform platform;
+    platform.AddFile("C:\\f\\a.bmp").hasThumbnail = true;
+    platform.AddFile("C:\\f\\b.txt");
+    const std::unique_ptr<ShellFolder> desktop = platform.SHGetDesktopFolder();
+    ItemList list = 0;
+    EXPECT_FALSE(desktop->ParseDisplayName("C:\\none", list));
+    EXPECT_EQ(list, 0U) << "a call that fails stores nothing";
+    ASSERT_TRUE(desktop->ParseDisplayName("c:\\F", list));
+    std::unique_ptr<ShellFolder> folder;
+    ASSERT_TRUE(desktop->BindToObject(list, folder));
+    ItemList file = 0;
+    ItemList other = 0;
+    ASSERT_TRUE(folder->ParseDisplayName("A.BMP", file));
+    ASSERT_TRUE(folder->ParseDisplayName("b.txt", other));
+    std::unique_ptr<ShellFolder> none;
+    EXPECT_FALSE(folder->BindToObject(file, none)) << "a file is no folder";
+    std::unique_ptr<ImageExtractor> extractor;
+    EXPECT_FALSE(folder->GetUIObjectOf(other, extractor));
+    EXPECT_FALSE(folder->GetUIObjectOf(0, extractor));
+    EXPECT_TRUE(folder->GetUIObjectOf(file, extractor));
+    EXPECT_EQ(platform.itemLists.size(), 3U);
+    platform.SHGetMalloc()->Free(file);
+    EXPECT_EQ(platform.itemLists.size(), 2U);
+    EXPECT_FALSE(folder->GetUIObjectOf(file, extractor));
+}
+
+TEST(MemoryPrograms, AreKeptInMind) {
+    MemoryPlatform platform;
+    EXPECT_TRUE(platform.StartProgram("C:\\a.exe /x"));
+    platform.Fail("StartProgram");
+    EXPECT_FALSE(platform.StartProgram("C:\\b.exe"));
+    EXPECT_EQ(platform.programsStarted, (std::vector<std::string>{"C:\\a.exe /x", "C:\\b.exe"}));
+}
+
 TEST(MemoryDates, ComeBackFromTheirText) {
     MemoryPlatform platform;
     for (const double date :

@@ -87,6 +87,7 @@ std::size_t Examine(VolumePlatform& platform) {
     platform.RegSetValueExA(kLocalMachine, "New", kRegSz, {});
     platform.CreateShellLink()->Save("C:\\new.lnk");
     platform.ShellExecuteA("open", "C:\\boot.ini", "C:\\", 1);
+    platform.StartProgram("C:\\WINDOWS\\explorer.exe");
     return entries;
 }
 

@@ -377,6 +377,13 @@ TEST_F(VolumePlatformTest, ShortcutsAreSavedToTheExaminersDiskAlone) {
     EXPECT_EQ(std::filesystem::file_size(volume_.folder / "old.lnk"), 3U);
 }
 
+TEST_F(VolumePlatformTest, NoProgramIsEverStarted) {
+    const auto platform = volume_.Make();
+    for (const char* commandLine : {"C:\\WINDOWS\\explorer.exe", "/bin/true", "true", ""}) {
+        EXPECT_FALSE(platform->StartProgram(commandLine)) << commandLine;
+    }
+}
+
 // --- Time and text.
 
 FileTime UnitsSince1601(std::uint64_t units) {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/Dates.h"
+#include "platform/ShellFolder.h"
 #include "platform/Text.h"
 #include "platform/volume/lnk/FileShellLink.h"
 
@@ -236,6 +237,18 @@ std::unique_ptr<ShellLink> VolumePlatform::CreateShellLink() {
         lnk::ShellHost{[this](std::string_view bytes) { return DecodeAnsi(bytes); },
                        [this](const std::string& text) { return environment_.Expand(text); },
                        [this](int csidl) { return SpecialFolderPath(csidl); }});
+}
+
+std::unique_ptr<ShellFolder> VolumePlatform::SHGetDesktopFolder() {
+    return nullptr;  // no file of a volume has a thumbnail
+}
+
+std::unique_ptr<ShellMalloc> VolumePlatform::SHGetMalloc() {
+    return nullptr;
+}
+
+bool VolumePlatform::StartProgram(const std::string& /*commandLine*/) {
+    return false;
 }
 
 /// Writes a file by the host's path, unless that lies within the evidence.

@@ -63,6 +63,10 @@ class VolumePlatform final : public Platform {
     std::unique_ptr<InputFile> OpenFile(const std::string& path) override;
     /// It loads from the volume and saves, by the host's paths, to the examiner's own disk alone.
     std::unique_ptr<ShellLink> CreateShellLink() override;
+    std::unique_ptr<ShellFolder> SHGetDesktopFolder() override;
+    std::unique_ptr<ShellMalloc> SHGetMalloc() override;
+    /// Always false: no program of an examined machine is ever started.
+    bool StartProgram(const std::string& commandLine) override;
     int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,
                       int showCommand) override;
 
