@@ -377,6 +377,25 @@ TEST_F(VolumePlatformTest, ShortcutsAreSavedToTheExaminersDiskAlone) {
     EXPECT_EQ(std::filesystem::file_size(volume_.folder / "old.lnk"), 3U);
 }
 
+TEST_F(VolumePlatformTest, ThumbnailsAreMadeByTheDecoderThatWasGiven) {
+    volume_.Write();
+    volume_.folder.Write("sun.pic", "bytes");
+    const auto hasThumbnail = [&](PictureDecoder decoder) {
+        const auto platform = VolumePlatform::Open(volume_.folder.Path().string(), {}, std::move(decoder));
+        const std::unique_ptr<ShellFolder> desktop = platform->SHGetDesktopFolder();
+        ItemList list = 0;
+        EXPECT_TRUE(desktop->ParseDisplayName("C:\\sun.pic", list));
+        std::unique_ptr<ImageExtractor> extractor;
+        const bool has = desktop->GetUIObjectOf(list, extractor);
+        platform->SHGetMalloc()->Free(list);
+        EXPECT_FALSE(desktop->GetUIObjectOf(list, extractor));
+        return has;
+    };
+    EXPECT_FALSE(hasThumbnail({}));
+    EXPECT_TRUE(hasThumbnail({[](const std::string& extension) { return extension == "PIC"; },
+                              [](std::span<const std::byte>, const ImageSize&) { return BitmapHandle(); }}));
+}
+
 TEST_F(VolumePlatformTest, NoProgramIsEverStarted) {
     const auto platform = volume_.Make();
     for (const char* commandLine : {"C:\\WINDOWS\\explorer.exe", "/bin/true", "true", ""}) {

@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "platform/Dates.h"
-#include "platform/ShellFolder.h"
 #include "platform/Text.h"
 #include "platform/volume/lnk/FileShellLink.h"
 
@@ -71,11 +70,12 @@ std::uint32_t NumberIn(std::string_view text, std::uint32_t otherwise) {
 
 }  // namespace
 
-std::unique_ptr<VolumePlatform> VolumePlatform::Open(const std::string& folder, Notice notice) {
-    return std::unique_ptr<VolumePlatform>(new VolumePlatform(folder, std::move(notice)));
+std::unique_ptr<VolumePlatform> VolumePlatform::Open(const std::string& folder, Notice notice,
+                                                     PictureDecoder decoder) {
+    return std::unique_ptr<VolumePlatform>(new VolumePlatform(folder, std::move(notice), std::move(decoder)));
 }
 
-VolumePlatform::VolumePlatform(const std::string& folder, Notice notice)
+VolumePlatform::VolumePlatform(const std::string& folder, Notice notice, PictureDecoder decoder)
     : files_(folder),
       windowsName_(FindWindowsName(files_)),
       hives_(files_, std::move(notice)),
@@ -84,7 +84,8 @@ VolumePlatform::VolumePlatform(const std::string& folder, Notice notice)
       environment_(registry_, windowsFolder_),
       accounts_(files_, hives_, registry_, environment_),
       folders_(registry_, environment_),
-      opener_(files_, examiner_) {
+      opener_(files_, examiner_),
+      shell_(files_, std::move(decoder)) {
     if (accounts_.LoggedOnUser()) {
         LogOn(*accounts_.LoggedOnUser());
     }
@@ -240,11 +241,11 @@ std::unique_ptr<ShellLink> VolumePlatform::CreateShellLink() {
 }
 
 std::unique_ptr<ShellFolder> VolumePlatform::SHGetDesktopFolder() {
-    return nullptr;  // no file of a volume has a thumbnail
+    return shell_.DesktopFolder();
 }
 
 std::unique_ptr<ShellMalloc> VolumePlatform::SHGetMalloc() {
-    return nullptr;
+    return shell_.Malloc();
 }
 
 bool VolumePlatform::StartProgram(const std::string& /*commandLine*/) {

@@ -13,12 +13,14 @@
 #include "platform/volume/CharsetDecoder.h"
 #include "platform/volume/Examiner.h"
 #include "platform/volume/HiveStore.h"
+#include "platform/volume/PictureDecoder.h"
 #include "platform/volume/VolumeAccounts.h"
 #include "platform/volume/VolumeEnvironment.h"
 #include "platform/volume/VolumeFiles.h"
 #include "platform/volume/VolumeFolders.h"
 #include "platform/volume/VolumeOpener.h"
 #include "platform/volume/VolumeRegistry.h"
+#include "platform/volume/VolumeShell.h"
 
 namespace ostrevin {
 
@@ -26,8 +28,10 @@ class VolumePlatform final : public Platform {
   public:
     /// Opens a mounted disk or a copied tree. Throws std::runtime_error with one line for the examiner when
     /// the folder cannot be opened or holds no Windows. notice, which may be empty, hears of every hive that
-    /// cannot be read or had to be recovered, once each, now or later.
-    static std::unique_ptr<VolumePlatform> Open(const std::string& folder, Notice notice);
+    /// cannot be read or had to be recovered, once each, now or later. The decoder makes the thumbnails;
+    /// without one no file has any.
+    static std::unique_ptr<VolumePlatform> Open(const std::string& folder, Notice notice,
+                                                PictureDecoder decoder = {});
 
     std::int32_t RegConnectRegistryA(const std::string& computer, KeyHandle root, KeyHandle& result) override;
     std::int32_t RegOpenKeyExA(KeyHandle key, const std::string& subKey, std::uint32_t access,
@@ -78,7 +82,7 @@ class VolumePlatform final : public Platform {
     std::optional<double> TextToDate(const std::string& text) override;
 
   private:
-    VolumePlatform(const std::string& folder, Notice notice);
+    VolumePlatform(const std::string& folder, Notice notice, PictureDecoder decoder);
 
     [[nodiscard]] std::string ReadWindowsFolder();
     void LogOn(const VolumeAccounts::User& user);
@@ -96,6 +100,7 @@ class VolumePlatform final : public Platform {
     VolumeAccounts accounts_;
     VolumeFolders folders_;
     VolumeOpener opener_;
+    VolumeShell shell_;
     std::optional<CharsetDecoder> ansi_;
     std::optional<std::int32_t> bias_;
     std::string applicationFolder_;
