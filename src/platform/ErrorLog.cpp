@@ -20,7 +20,7 @@ void ErrorLog::WriteLog(const std::string& text) {
     file << line;
     file.close();
     if (!file) {
-        throw RuntimeError(RuntimeError::kPathFileAccess, "Path/File access error: " + fileName_);
+        throw PathFileAccessError(fileName_);
     }
 }
 

@@ -127,6 +127,16 @@ class InputFile {
     virtual std::size_t Read(std::uint64_t offset, std::span<std::byte> buffer) = 0;
 };
 
+/// A file opened for writing. It is closed at the end of its life; a failure that shows only then is not
+/// told.
+class OutputFile {
+  public:
+    virtual ~OutputFile() = default;
+    // Both raise RuntimeError when not all of it could be written; what was written before stays in the file.
+    virtual void Write(std::string_view bytes) = 0;
+    virtual void Close() = 0;
+};
+
 /// The shell's shortcut object. Each call returns false when it fails, and then stores nothing.
 class ShellLink {
   public:
@@ -227,6 +237,13 @@ class Platform {
     virtual std::optional<DirectoryEntry> FindEntry(const std::string& path) = 0;
     /// Null when it is not a file that can be read.
     virtual std::unique_ptr<InputFile> OpenFile(const std::string& path) = 0;
+    /// Opens a file of the program's own for writing: a missing one is created, what another one held is
+    /// gone. From then on PathFileExistsA finds it and ShellExecuteA opens it by exactly this path. Raises
+    /// RuntimeError when it cannot be written.
+    virtual std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path) = 0;
+    /// Makes a folder for such files in one that exists; one that is there stays as it is. Raises
+    /// RuntimeError when it cannot be made.
+    virtual void CreateOutputFolder(const std::string& path) = 0;
     virtual std::unique_ptr<ShellLink> CreateShellLink() = 0;
     /// The root of the shell's namespace (platform/ShellFolder.h); null when it cannot be had.
     virtual std::unique_ptr<ShellFolder> SHGetDesktopFolder() = 0;
@@ -242,6 +259,9 @@ class Platform {
 
     /// Single-byte text in the machine's code page, as UTF-8.
     virtual std::string DecodeAnsi(std::string_view bytes) = 0;
+    /// UTF-8 in the machine's code page, "?" for every character that it does not hold and every byte that is
+    /// no UTF-8.
+    virtual std::string EncodeAnsi(std::string_view text) = 0;
     /// None when the time cannot be converted.
     virtual std::optional<FileTime> FileTimeToLocalFileTime(const FileTime& time) = 0;
     /// None when the time cannot be converted.

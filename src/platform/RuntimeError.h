@@ -21,4 +21,9 @@ class RuntimeError : public std::runtime_error {
     std::uint32_t number_;
 };
 
+/// The failure of a file that cannot be written.
+[[nodiscard]] inline RuntimeError PathFileAccessError(const std::string& path) {
+    return {RuntimeError::kPathFileAccess, "Path/File access error: " + path};
+}
+
 }  // namespace ostrevin

@@ -10,6 +10,7 @@
 #include <regex>
 #include <stdexcept>
 
+#include "platform/RuntimeError.h"
 #include "platform/Text.h"
 
 namespace ostrevin {
@@ -64,7 +65,9 @@ std::int32_t StoreData(const MemoryKey::Value& value, std::uint32_t& type, std::
     return fits ? kSuccess : kMoreData;
 }
 
-std::string WithoutLastSeparator(const std::string& path) {
+/// A path with one kind of separator, and none at its end.
+std::string Clean(std::string path) {
+    std::replace(path.begin(), path.end(), '/', '\\');
     return path.ends_with('\\') ? path.substr(0, path.size() - 1) : path;
 }
 
@@ -271,7 +274,7 @@ void MemoryPlatform::MountHive(const std::string& name, const std::string& file)
 
 MemoryFile& MemoryPlatform::AddFile(const std::string& path, std::span<const std::byte> bytes,
                                     std::uint32_t attributes) {
-    const std::string clean = WithoutLastSeparator(path);
+    const std::string clean = Clean(path);
     if (const std::string folder = FolderOf(clean); !folder.empty() && Find(folder) == nullptr) {
         AddFolder(folder);
     }
@@ -297,7 +300,7 @@ MemoryFile& MemoryPlatform::AddShortcut(const std::string& path, const MemorySho
 }
 
 MemoryFile* MemoryPlatform::Find(const std::string& path) {
-    const auto found = filesByPath_.find(WithoutLastSeparator(path));
+    const auto found = filesByPath_.find(Clean(path));
     return found == filesByPath_.end() ? nullptr : found->second;
 }
 
@@ -613,6 +616,57 @@ std::unique_ptr<InputFile> MemoryPlatform::OpenFile(const std::string& path) {
     return file->open ? file->open() : std::make_unique<MemoryInputFile>(*file);
 }
 
+class MemoryOutputFile : public OutputFile {
+  public:
+    MemoryOutputFile(MemoryPlatform& platform, MemoryFile& file, std::string path)
+        : platform_(platform), file_(file), path_(std::move(path)) {}
+
+    void Write(std::string_view bytes) override {
+        const auto room =
+            static_cast<std::size_t>(std::min<std::uint64_t>(bytes.size(), platform_.freeBytes));
+        const auto stored = std::as_bytes(std::span(bytes)).first(room);
+        file_.bytes.insert(file_.bytes.end(), stored.begin(), stored.end());
+        platform_.freeBytes -= room;
+        if (room < bytes.size()) {
+            throw PathFileAccessError(path_);
+        }
+    }
+    void Close() override {
+        if (platform_.FailureOf("Close") != kSuccess) {
+            throw PathFileAccessError(path_);
+        }
+    }
+
+  private:
+    MemoryPlatform& platform_;
+    MemoryFile& file_;
+    std::string path_;
+};
+
+std::unique_ptr<OutputFile> MemoryPlatform::CreateOutputFile(const std::string& path) {
+    const MemoryFile* before = Find(path);
+    const std::string folder = FolderOf(Clean(path));
+    if (path.empty() || FailureOf("CreateOutputFile") != kSuccess ||
+        (before != nullptr && (before->attributes & kAttributeDirectory) != 0) ||
+        (!folder.empty() && Find(folder) == nullptr)) {
+        throw PathFileAccessError(path);
+    }
+    return std::make_unique<MemoryOutputFile>(*this, AddFile(path), path);
+}
+
+void MemoryPlatform::CreateOutputFolder(const std::string& path) {
+    const MemoryFile* before = Find(path);
+    const std::string folder = FolderOf(Clean(path));
+    if (path.empty() || FailureOf("CreateOutputFolder") != kSuccess ||
+        (before != nullptr && (before->attributes & kAttributeDirectory) == 0) ||
+        (!folder.empty() && Find(folder) == nullptr)) {
+        throw PathFileAccessError(path);
+    }
+    if (before == nullptr) {
+        AddFolder(path);
+    }
+}
+
 int MemoryPlatform::ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,
                                   int showCommand) {
     executed.push_back({verb, file, folder, showCommand});
@@ -722,6 +776,21 @@ std::string MemoryPlatform::DecodeAnsi(std::string_view bytes) {
         AppendCharacter(text, code >= 0x80 && code < 0xA0 ? kWindows1252.at(code - 0x80U) : code);
     }
     return text;
+}
+
+std::string MemoryPlatform::EncodeAnsi(std::string_view text) {
+    std::string bytes;
+    while (!text.empty()) {
+        const char32_t character = TakeCharacter(text);
+        const auto* high = std::find(kWindows1252.begin(), kWindows1252.end(), character);
+        if (high != kWindows1252.end()) {
+            bytes += static_cast<char>(0x80 + (high - kWindows1252.begin()));
+        } else {
+            const bool single = character < 0x80 || (character >= 0xA0 && character <= 0xFF);
+            bytes += single ? static_cast<char>(character) : '?';
+        }
+    }
+    return bytes;
 }
 
 std::optional<FileTime> MemoryPlatform::FileTimeToLocalFileTime(const FileTime& time) {

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <limits>
 #include <map>
 #include <memory>
 #include <optional>
@@ -114,6 +115,8 @@ class MemoryPlatform : public Platform {
     std::int64_t biasMinutes = 0;               ///< UTC = local time + bias
     double now = 0;
     int shellExecuteResult = 42;
+    /// How many bytes output files can still take.
+    std::uint64_t freeBytes = std::numeric_limits<std::uint64_t>::max();
 
     // --- Setting it up. References stay valid as long as the platform.
 
@@ -134,8 +137,8 @@ class MemoryPlatform : public Platform {
     [[nodiscard]] MemoryFile* Find(const std::string& path);
 
     /// Makes a call, named as in Platform.h, fail: registry calls with this code, calls of the shell's
-    /// objects, starts of programs and time conversions as failures, the management service's by throwing.
-    /// The first few may be let through.
+    /// objects, starts of programs and time conversions as failures, the management service's and those of
+    /// output files by throwing. The first few may be let through.
     void Fail(const std::string& call, std::int32_t code = kAccessDenied, int after = 0);
 
     // --- What the program asked for, in order.
@@ -205,6 +208,8 @@ class MemoryPlatform : public Platform {
     std::vector<DirectoryEntry> ListDirectory(const std::string& folder) override;
     std::optional<DirectoryEntry> FindEntry(const std::string& path) override;
     std::unique_ptr<InputFile> OpenFile(const std::string& path) override;
+    std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path) override;
+    void CreateOutputFolder(const std::string& path) override;
     std::unique_ptr<ShellLink> CreateShellLink() override;
     std::unique_ptr<ShellFolder> SHGetDesktopFolder() override;
     std::unique_ptr<ShellMalloc> SHGetMalloc() override;
@@ -214,6 +219,7 @@ class MemoryPlatform : public Platform {
 
     /// Code page 1252.
     std::string DecodeAnsi(std::string_view bytes) override;
+    std::string EncodeAnsi(std::string_view text) override;
     std::optional<FileTime> FileTimeToLocalFileTime(const FileTime& time) override;
     std::optional<SystemTime> FileTimeToSystemTime(const FileTime& time) override;
     double Now() override { return now; }
@@ -225,6 +231,7 @@ class MemoryPlatform : public Platform {
     friend class MemoryShellLink;
     friend class MemoryShellFolder;
     friend class MemoryImageExtractor;
+    friend class MemoryOutputFile;
     struct OpenKey {
         std::shared_ptr<MemoryKey> key;
         std::uint32_t access = 0;

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/Dates.h"
+#include "platform/RuntimeError.h"
 #include "tests/support/MemoryPlatform.h"
 
 namespace ostrevin {
@@ -241,6 +242,50 @@ TEST(MemoryDates, ComeBackFromTheirText) {
          {"", "x", "2/30/2009", "13/1/2009", "8/4/09", "8/4/2009 13:00:00 PM", " 8/4/2009"}) {
         EXPECT_FALSE(platform.TextToDate(text)) << text;
     }
+}
+
+std::string TextOf(MemoryPlatform& platform, const std::string& path) {
+    const MemoryFile* file = platform.Find(path);
+    return file == nullptr
+               ? "none"
+               : std::string(reinterpret_cast<const char*>(file->bytes.data()), file->bytes.size());
+}
+
+TEST(MemoryOutput, TakesFilesInFoldersThatAreThere) {
+    MemoryPlatform platform;
+    EXPECT_THROW(platform.CreateOutputFile("C:\\Out\\a.htm"), RuntimeError);
+    EXPECT_THROW(platform.CreateOutputFolder("C:\\Out\\New"), RuntimeError);
+    platform.AddFolder("C:\\Out");
+    platform.CreateOutputFile("C:\\Out\\a.htm")->Write("longer");
+    platform.CreateOutputFile("C:\\Out\\a.htm")->Write("text");
+    EXPECT_EQ(TextOf(platform, "C:\\out\\a.htm"), "text");
+    platform.CreateOutputFolder("C:\\Out\\New/");
+    platform.CreateOutputFile("C:\\Out\\New/b.htm");
+    EXPECT_TRUE(platform.PathFileExistsA("C:\\Out\\New\\b.htm"));
+    EXPECT_THROW(platform.CreateOutputFile("C:\\Out\\New"), RuntimeError);
+    EXPECT_THROW(platform.CreateOutputFolder("C:\\Out\\a.htm"), RuntimeError);
+    EXPECT_THROW(platform.CreateOutputFile(""), RuntimeError);
+}
+
+TEST(MemoryOutput, IsFullAfterSoManyBytes) {
+    MemoryPlatform platform;
+    platform.freeBytes = 5;
+    const std::unique_ptr<OutputFile> file = platform.CreateOutputFile("a.htm");
+    file->Write("abc");
+    EXPECT_THROW(file->Write("def"), RuntimeError);
+    EXPECT_EQ(TextOf(platform, "a.htm"), "abcde");
+    platform.Fail("Close");
+    EXPECT_THROW(file->Close(), RuntimeError);
+}
+
+TEST(MemoryText, EveryByteComesBack) {
+    MemoryPlatform platform;
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte) {
+        all += static_cast<char>(byte);
+    }
+    EXPECT_EQ(platform.EncodeAnsi(platform.DecodeAnsi(all)), all);
+    EXPECT_EQ(platform.EncodeAnsi("\u0436\xFF"), "??");
 }
 
 }  // namespace

@@ -42,5 +42,32 @@ TEST(CharsetDecoder, TakesTheWesternPageForAnUnknownOne) {
     EXPECT_EQ(CharsetDecoder("UTF-8").Decode("Жé€\U0001F600\xFF"), "Жé€\U0001F600\uFFFD");
 }
 
+TEST(CharsetEncoder, WritesTheCodePagesOfWindows) {
+    EXPECT_EQ(CharsetEncoder(1252).Encode("café €"), "caf\xE9 \x80");
+    EXPECT_EQ(CharsetEncoder(1251).Encode("Привет"), "\xCF\xF0\xE8\xE2\xE5\xF2");
+    EXPECT_EQ(CharsetEncoder(932).Encode("a日本ｱ\\"), "a\x93\xFA\x96\x7B\xB1\\");
+    EXPECT_EQ(CharsetEncoder(0).Encode("é"), "\xE9") << "western for an unknown one";
+}
+
+TEST(CharsetEncoder, PutsAQuestionMarkForWhatHasNoPlace) {
+    const CharsetEncoder encoder(1252);
+    EXPECT_EQ(encoder.Encode("a日本\U0001F600b"), "a???b");
+    EXPECT_EQ(encoder.Encode("\xED\xA0\x80"), "???") << "a lone surrogate";
+    EXPECT_EQ(encoder.Encode("a\xFF\xE9z\xC3"), "a??z?") << "no UTF-8";
+    EXPECT_EQ(encoder.Encode("\U000E0041"), "?") << "a mark that stands for nothing";
+    EXPECT_EQ(encoder.Encode("\uFFFD"), "?");
+    EXPECT_EQ(encoder.Encode(""), "");
+}
+
+TEST(CharsetEncoder, GivesBackEveryByteOfASingleByteSet) {
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte) {
+        all += static_cast<char>(byte);
+    }
+    EXPECT_EQ(CharsetEncoder(1252).Encode(CharsetDecoder(1252).Decode(all)), all);
+    EXPECT_EQ(CharsetEncoder(1251).Encode(CharsetDecoder(1251).Decode(all)), all);
+    EXPECT_EQ(CharsetEncoder(932).Encode("\u0081"), "?") << "a byte that leads another";
+}
+
 }  // namespace
 }  // namespace ostrevin

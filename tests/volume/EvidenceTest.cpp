@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "accounts/AccountList.h"
+#include "platform/RuntimeError.h"
 #include "platform/volume/VolumePlatform.h"
 #include "tests/volume/TemporaryFolder.h"
 #include "tools/sample-volume/SampleVolume.h"
@@ -68,7 +69,7 @@ std::string NameOfShellOwner(VolumePlatform& platform) {
 }
 
 /// Every account and source, every file of a listing, and every call that would like to write.
-std::size_t Examine(VolumePlatform& platform) {
+std::size_t Examine(VolumePlatform& platform, const std::string& root) {
     const std::string user = NameOfShellOwner(platform);
     AccountList accounts(platform, {user, [&] { return NameOfShellOwner(platform); }, {}});
     accounts.LoadAccountSIDSFromRegistry();
@@ -86,6 +87,9 @@ std::size_t Examine(VolumePlatform& platform) {
     platform.RegCreateKeyExA(kLocalMachine, "SOFTWARE\\New", 0x20006, key);
     platform.RegSetValueExA(kLocalMachine, "New", kRegSz, {});
     platform.CreateShellLink()->Save("C:\\new.lnk");
+    EXPECT_THROW(platform.CreateOutputFile(root + "/new.htm"), RuntimeError);
+    EXPECT_THROW(platform.CreateOutputFile(root + "/boot.ini"), RuntimeError);
+    EXPECT_THROW(platform.CreateOutputFolder(root + "/new"), RuntimeError);
     platform.ShellExecuteA("open", "C:\\boot.ini", "C:\\", 1);
     platform.StartProgram("C:\\WINDOWS\\explorer.exe");
     return entries;
@@ -98,7 +102,7 @@ TEST(Evidence, NotAByteNorATimeChanges) {
     std::size_t entries = 0;
     {
         const auto platform = VolumePlatform::Open(folder.Path().string(), {});
-        entries = Examine(*platform);
+        entries = Examine(*platform, folder.Path().string());
     }
     EXPECT_GT(entries, 200U);
     std::map<std::string, std::vector<std::int64_t>> numbers;

@@ -191,5 +191,22 @@ TEST_F(OpenerTest, TheProgramsOwnFilesAreOpened) {
     EXPECT_EQ(Open(folder + "../../../../../../../../../../etc/passwd"), 5);
 }
 
+TEST_F(OpenerTest, WhatTheProgramWroteIsOpened) {
+    const TemporaryFolder own;
+    own.Write("other.htm", "<HTML>");
+    own.MakeFolder("a");
+    for (const std::string& path : {own / "report.htm", own / "a/../script.htm"}) {
+        const std::unique_ptr<OutputFile> file = platform_->CreateOutputFile(path);
+        file->Write(path.ends_with("report.htm") ? "<HTML>" : "#!/bin/sh\n");
+        file->Close();
+    }
+    EXPECT_EQ(Open(own / "a/../script.htm"), 5);
+    EXPECT_EQ(Open(own / "other.htm"), 2);
+    EXPECT_GT(Open(own / "report.htm"), 32);
+    EXPECT_EQ(Opened(), own / "report.htm");
+    std::filesystem::remove(own / "report.htm");
+    EXPECT_EQ(Open(own / "report.htm"), 2);
+}
+
 }  // namespace
 }  // namespace ostrevin

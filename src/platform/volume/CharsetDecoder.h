@@ -1,4 +1,4 @@
-// Bytes of one character set as UTF-8.
+// Bytes of one character set as UTF-8, and back.
 #pragma once
 
 #include <array>
@@ -11,6 +11,8 @@ namespace ostrevin {
 
 /// The code page of western Windows, taken where none is named or the named one is not known here.
 inline constexpr std::uint32_t kWesternCodePage = 1252;
+
+class CharsetConverter;  // the host's conversion
 
 class CharsetDecoder {
   public:
@@ -27,10 +29,28 @@ class CharsetDecoder {
     [[nodiscard]] std::string Decode(std::string_view bytes) const;
 
   private:
-    class Converter;
-    std::unique_ptr<Converter> converter_;
+    std::unique_ptr<CharsetConverter> converter_;
     std::array<std::string, 256> characters_;  // of the bytes that stand alone; empty for those that lead
     std::array<bool, 256> plain_{};            // the bytes that stand for themselves in UTF-8
+};
+
+class CharsetEncoder {
+  public:
+    /// For a Windows code page, as the decoder has it.
+    explicit CharsetEncoder(std::uint32_t codePage);
+    ~CharsetEncoder();
+    CharsetEncoder(CharsetEncoder&&) noexcept;
+    CharsetEncoder& operator=(CharsetEncoder&&) noexcept;
+
+    /// "?" for a character that the set does not hold and for a byte that is no UTF-8. What the decoder makes
+    /// of a byte that the set leaves open becomes that byte again.
+    [[nodiscard]] std::string Encode(std::string_view text) const;
+
+  private:
+    void AppendEncoded(std::string& bytes, std::string_view character) const;
+
+    std::unique_ptr<CharsetConverter> converter_;
+    CharsetDecoder decoder_;
 };
 
 }  // namespace ostrevin

@@ -10,6 +10,7 @@
 namespace ostrevin {
 namespace {
 
+constexpr char kUtf8[] = "UTF-8";
 constexpr std::size_t kLongestCharacter = 4;  // in bytes, of any set in use
 
 std::string NameOf(std::uint32_t codePage) {
@@ -19,22 +20,24 @@ std::string NameOf(std::uint32_t codePage) {
 }  // namespace
 
 /// The host's conversion.
-class CharsetDecoder::Converter {
+class CharsetConverter {
   public:
     enum class Result { Done, Incomplete, Invalid };
 
-    explicit Converter(const std::string& charset) : handle_(iconv_open("UTF-8", charset.c_str())) {
-        if (!IsOpen()) {
-            handle_ = iconv_open("UTF-8", NameOf(kWesternCodePage).c_str());
-        }
-    }
-    ~Converter() {
+    CharsetConverter(const std::string& to, const std::string& from)
+        : handle_(iconv_open(to.c_str(), from.c_str())) {}
+    ~CharsetConverter() {
         if (IsOpen()) {
             iconv_close(handle_);
         }
     }
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
+    CharsetConverter(const CharsetConverter&) = delete;
+    CharsetConverter& operator=(const CharsetConverter&) = delete;
+
+    [[nodiscard]] bool IsOpen() const {
+        // The library's own mark of a failed opening is the pointer of all bits set.
+        return reinterpret_cast<std::uintptr_t>(handle_) != static_cast<std::uintptr_t>(-1);
+    }
 
     /// Converts the bytes of one character.
     Result Convert(std::string_view bytes, std::string& text) {
@@ -60,22 +63,26 @@ class CharsetDecoder::Converter {
   private:
     static constexpr auto kFailed = static_cast<std::size_t>(-1);
 
-    [[nodiscard]] bool IsOpen() const {
-        // The library's own mark of a failed opening is the pointer of all bits set.
-        return reinterpret_cast<std::uintptr_t>(handle_) != static_cast<std::uintptr_t>(-1);
-    }
-
     iconv_t handle_;
 };
+
+namespace {
+
+/// The name of the set, or of that of western Windows where it is not known.
+std::string KnownCharset(const std::string& charset) {
+    return CharsetConverter(kUtf8, charset).IsOpen() ? charset : NameOf(kWesternCodePage);
+}
+
+}  // namespace
 
 CharsetDecoder::CharsetDecoder(std::uint32_t codePage) : CharsetDecoder(NameOf(codePage)) {}
 
 CharsetDecoder::CharsetDecoder(const std::string& charset)
-    : converter_(std::make_unique<Converter>(charset)) {
+    : converter_(std::make_unique<CharsetConverter>(kUtf8, KnownCharset(charset))) {
     for (std::size_t byte = 0; byte < characters_.size(); ++byte) {
         std::string& character = characters_.at(byte);
         const char alone = static_cast<char>(byte);
-        if (converter_->Convert({&alone, 1}, character) == Converter::Result::Invalid) {
+        if (converter_->Convert({&alone, 1}, character) == CharsetConverter::Result::Invalid) {
             const bool control = byte < 0xA0;
             AppendCharacter(character, control ? static_cast<char32_t>(byte) : U'\uFFFD');
         }
@@ -107,17 +114,60 @@ std::string CharsetDecoder::Decode(std::string_view bytes) const {
             bytes.remove_prefix(1);
             continue;
         }
-        auto result = Converter::Result::Incomplete;
+        auto result = CharsetConverter::Result::Incomplete;
         std::size_t length = 1;
-        while (result == Converter::Result::Incomplete &&
+        while (result == CharsetConverter::Result::Incomplete &&
                length < std::min(bytes.size(), kLongestCharacter)) {
             result = converter_->Convert(bytes.substr(0, ++length), character);
         }
-        const bool done = result == Converter::Result::Done;
+        const bool done = result == CharsetConverter::Result::Done;
         text += done ? character : "\uFFFD";
         bytes.remove_prefix(done ? length : 1);
     }
     return text;
+}
+
+CharsetEncoder::CharsetEncoder(std::uint32_t codePage)
+    : converter_(std::make_unique<CharsetConverter>(KnownCharset(NameOf(codePage)), kUtf8)),
+      decoder_(codePage) {}
+
+CharsetEncoder::~CharsetEncoder() = default;
+CharsetEncoder::CharsetEncoder(CharsetEncoder&&) noexcept = default;
+CharsetEncoder& CharsetEncoder::operator=(CharsetEncoder&&) noexcept = default;
+
+std::string CharsetEncoder::Encode(std::string_view text) const {
+    constexpr unsigned char kFirstBeyondAscii = 0x80;
+    std::string bytes;
+    bytes.reserve(text.size());
+    while (!text.empty()) {
+        // ASCII is the same in all of Windows' code pages, and most text is nothing else.
+        const auto* plainEnd = std::find_if(text.begin(), text.end(), [](char byte) {
+            return static_cast<unsigned char>(byte) >= kFirstBeyondAscii;
+        });
+        bytes.append(text.begin(), plainEnd);
+        text.remove_prefix(static_cast<std::size_t>(plainEnd - text.begin()));
+        if (!text.empty()) {
+            std::string_view rest = text;
+            TakeCharacter(rest);
+            AppendEncoded(bytes, text.substr(0, text.size() - rest.size()));
+            text = rest;
+        }
+    }
+    return bytes;
+}
+
+void CharsetEncoder::AppendEncoded(std::string& bytes, std::string_view character) const {
+    std::string encoded;
+    // The library passes over some characters without a word.
+    if (converter_->Convert(character, encoded) == CharsetConverter::Result::Done && !encoded.empty()) {
+        bytes += encoded;
+        return;
+    }
+    std::string_view rest = character;
+    const char32_t code = TakeCharacter(rest);
+    const char open = static_cast<char>(code);
+    const bool isOpen = code >= 0x80 && code < 0xA0 && decoder_.Decode({&open, 1}) == character;
+    bytes += isOpen ? open : '?';
 }
 
 }  // namespace ostrevin

@@ -18,36 +18,13 @@
 #include <utility>
 
 #include "platform/Text.h"
+#include "platform/volume/FileDescriptorLinux.h"
 #include "platform/volume/VolumeFiles.h"
 
 namespace ostrevin {
 namespace {
 
 constexpr int kMostLinks = 40;  // as many as the kernel follows on one path
-
-class FileDescriptor {
-  public:
-    explicit FileDescriptor(int number = -1) : number_(number) {}
-    FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    FileDescriptor& operator=(FileDescriptor&& other) noexcept {
-        std::swap(number_, other.number_);
-        return *this;
-    }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor() {
-        if (number_ >= 0) {
-            close(number_);
-        }
-    }
-    [[nodiscard]] int Number() const { return number_; }
-    [[nodiscard]] bool IsOpen() const { return number_ >= 0; }
-    /// Hands the number over to the caller.
-    int Release() { return std::exchange(number_, -1); }
-
-  private:
-    int number_;
-};
 
 /// Opens for reading, leaving the time of the last access as it is where the owner's rights allow that.
 FileDescriptor OpenForReading(int folder, const char* name, int flags) {

@@ -8,6 +8,7 @@
 #include "platform/volume/CharsetDecoder.h"
 #include "platform/volume/Examiner.h"
 #include "platform/volume/OpenerPolicy.h"
+#include "platform/volume/OutputFiles.h"
 #include "platform/volume/VolumeFiles.h"
 
 namespace ostrevin {
@@ -39,6 +40,9 @@ std::optional<std::string> BeginningOf(const std::string& hostFile) {
 
 int VolumeOpener::Open(const std::string& item, const std::string& applicationFolder,
                        const CharsetDecoder& decoder) {
+    if (const std::optional<std::string> place = outputs_.Find(item)) {
+        return OpenHostFile(*place);
+    }
     if (item.starts_with(applicationFolder)) {
         return OpenOwnFile(item, applicationFolder);
     }
@@ -61,6 +65,10 @@ int VolumeOpener::OpenOwnFile(const std::string& file, const std::string& applic
     if (!place.starts_with(examiner_.ResolvedPath(applicationFolder) + "/")) {
         return kOpenRefused;
     }
+    return OpenHostFile(place);
+}
+
+int VolumeOpener::OpenHostFile(const std::string& place) {
     const std::optional<std::string> beginning = BeginningOf(place);
     return beginning && !LooksExecutable(std::as_bytes(std::span(*beginning))) ? HandOver(place)
                                                                                : kOpenRefused;

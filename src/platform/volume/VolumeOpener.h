@@ -7,6 +7,7 @@ namespace ostrevin {
 
 class CharsetDecoder;
 class Examiner;
+class OutputFiles;
 class VolumeFiles;
 
 /// What the opening call returns; more than 32 is success.
@@ -19,19 +20,23 @@ enum OpenResult : int {
 
 class VolumeOpener {
   public:
-    VolumeOpener(const VolumeFiles& files, Examiner& examiner) : files_(files), examiner_(examiner) {}
+    VolumeOpener(const VolumeFiles& files, const OutputFiles& outputs, Examiner& examiner)
+        : files_(files), outputs_(outputs), examiner_(examiner) {}
 
-    /// Opens a passive document of the volume, an address of the web or of mail, or a file in the program's
-    /// own folder; all else, and whatever could execute, is refused. The decoder is for addresses of files.
+    /// Opens a passive document of the volume, an address of the web or of mail, a file in the program's own
+    /// folder, or one that the program wrote; all else, and whatever could execute, is refused. The decoder
+    /// is for addresses of files.
     int Open(const std::string& item, const std::string& applicationFolder, const CharsetDecoder& decoder);
 
   private:
     [[nodiscard]] int OpenOwnFile(const std::string& file, const std::string& applicationFolder);
+    [[nodiscard]] int OpenHostFile(const std::string& place);
     [[nodiscard]] int OpenAddress(const std::string& address);
     [[nodiscard]] int OpenFromVolume(const std::string& path);
     [[nodiscard]] int HandOver(const std::string& item);
 
     const VolumeFiles& files_;
+    const OutputFiles& outputs_;
     Examiner& examiner_;
 };
 

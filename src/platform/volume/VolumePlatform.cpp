@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <utility>
 
 #include "platform/Dates.h"
+#include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/volume/lnk/FileShellLink.h"
 
@@ -84,7 +83,8 @@ VolumePlatform::VolumePlatform(const std::string& folder, Notice notice, Picture
       environment_(registry_, windowsFolder_),
       accounts_(files_, hives_, registry_, environment_),
       folders_(registry_, environment_),
-      opener_(files_, examiner_),
+      outputs_(files_),
+      opener_(files_, outputs_, examiner_),
       shell_(files_, std::move(decoder)) {
     if (accounts_.LoggedOnUser()) {
         LogOn(*accounts_.LoggedOnUser());
@@ -209,7 +209,7 @@ std::string VolumePlatform::SpecialFolderPath(int csidl) {
 }
 
 bool VolumePlatform::PathFileExistsA(const std::string& path) {
-    return files_.Exists(path);
+    return outputs_.Find(path) || files_.Exists(path);
 }
 
 std::vector<DirectoryEntry> VolumePlatform::ListDirectory(const std::string& folder) {
@@ -223,6 +223,14 @@ std::optional<DirectoryEntry> VolumePlatform::FindEntry(const std::string& path)
 std::unique_ptr<InputFile> VolumePlatform::OpenFile(const std::string& path) {
     std::int32_t result = kSuccess;
     return files_.Open(path, result);
+}
+
+std::unique_ptr<OutputFile> VolumePlatform::CreateOutputFile(const std::string& path) {
+    return outputs_.Create(path);
+}
+
+void VolumePlatform::CreateOutputFolder(const std::string& path) {
+    outputs_.CreateFolder(path);
 }
 
 std::unique_ptr<ShellLink> VolumePlatform::CreateShellLink() {
@@ -252,19 +260,19 @@ bool VolumePlatform::StartProgram(const std::string& /*commandLine*/) {
     return false;
 }
 
-/// Writes a file by the host's path, unless that lies within the evidence.
-bool VolumePlatform::SaveOutside(const std::string& hostPath, std::span<const std::byte> bytes) const {
-    std::error_code error;
-    const std::filesystem::path path = std::filesystem::weakly_canonical(hostPath, error);
-    if (error || !std::filesystem::path(hostPath).is_absolute() || std::filesystem::is_symlink(path, error) ||
-        !files_.IsOutside(path.parent_path().string())) {
+/// Writes a file by an absolute path of the host, unless that lies within the evidence.
+bool VolumePlatform::SaveOutside(const std::string& hostPath, std::span<const std::byte> bytes) {
+    if (!hostPath.starts_with('/')) {
         return false;
     }
-    std::ofstream stream(path, std::ios::binary | std::ios::trunc);
-    for (const std::byte byte : bytes) {
-        stream.put(std::to_integer<char>(byte));
+    try {
+        const std::unique_ptr<OutputFile> file = outputs_.Create(hostPath);
+        file->Write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+        file->Close();
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
     }
-    return static_cast<bool>(stream.flush());
 }
 
 int VolumePlatform::ShellExecuteA(const std::string& verb, const std::string& file,
@@ -276,9 +284,20 @@ std::string VolumePlatform::DecodeAnsi(std::string_view bytes) {
     return Ansi().Decode(bytes);
 }
 
+std::string VolumePlatform::EncodeAnsi(std::string_view text) {
+    if (!ansiEncoder_) {
+        ansiEncoder_.emplace(AnsiCodePage());
+    }
+    return ansiEncoder_->Encode(text);
+}
+
+std::uint32_t VolumePlatform::AnsiCodePage() {
+    return NumberIn(registry_.Text(kLocalMachine, kCodePage, "ACP"), kWesternCodePage);
+}
+
 const CharsetDecoder& VolumePlatform::Ansi() {
     if (!ansi_) {
-        ansi_.emplace(NumberIn(registry_.Text(kLocalMachine, kCodePage, "ACP"), kWesternCodePage));
+        ansi_.emplace(AnsiCodePage());
     }
     return *ansi_;
 }

@@ -13,6 +13,7 @@
 #include "platform/volume/CharsetDecoder.h"
 #include "platform/volume/Examiner.h"
 #include "platform/volume/HiveStore.h"
+#include "platform/volume/OutputFiles.h"
 #include "platform/volume/PictureDecoder.h"
 #include "platform/volume/VolumeAccounts.h"
 #include "platform/volume/VolumeEnvironment.h"
@@ -65,6 +66,9 @@ class VolumePlatform final : public Platform {
     std::vector<DirectoryEntry> ListDirectory(const std::string& folder) override;
     std::optional<DirectoryEntry> FindEntry(const std::string& path) override;
     std::unique_ptr<InputFile> OpenFile(const std::string& path) override;
+    /// By the host's paths, and never within the evidence.
+    std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path) override;
+    void CreateOutputFolder(const std::string& path) override;
     /// It loads from the volume and saves, by the host's paths, to the examiner's own disk alone.
     std::unique_ptr<ShellLink> CreateShellLink() override;
     std::unique_ptr<ShellFolder> SHGetDesktopFolder() override;
@@ -75,6 +79,7 @@ class VolumePlatform final : public Platform {
                       int showCommand) override;
 
     std::string DecodeAnsi(std::string_view bytes) override;
+    std::string EncodeAnsi(std::string_view text) override;
     std::optional<FileTime> FileTimeToLocalFileTime(const FileTime& time) override;
     std::optional<SystemTime> FileTimeToSystemTime(const FileTime& time) override;
     double Now() override;
@@ -86,9 +91,10 @@ class VolumePlatform final : public Platform {
 
     [[nodiscard]] std::string ReadWindowsFolder();
     void LogOn(const VolumeAccounts::User& user);
+    [[nodiscard]] std::uint32_t AnsiCodePage();
     [[nodiscard]] const CharsetDecoder& Ansi();
     [[nodiscard]] std::int32_t Bias();
-    bool SaveOutside(const std::string& hostPath, std::span<const std::byte> bytes) const;
+    bool SaveOutside(const std::string& hostPath, std::span<const std::byte> bytes);
 
     Examiner examiner_;
     VolumeFiles files_;
@@ -99,9 +105,11 @@ class VolumePlatform final : public Platform {
     VolumeEnvironment environment_;
     VolumeAccounts accounts_;
     VolumeFolders folders_;
+    OutputFiles outputs_;
     VolumeOpener opener_;
     VolumeShell shell_;
     std::optional<CharsetDecoder> ansi_;
+    std::optional<CharsetEncoder> ansiEncoder_;
     std::optional<std::int32_t> bias_;
     std::string applicationFolder_;
 };
