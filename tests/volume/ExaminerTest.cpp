@@ -6,7 +6,9 @@
 #include <thread>
 
 #include "platform/Dates.h"
+#include "platform/volume/CharsetDecoder.h"
 #include "platform/volume/Examiner.h"
+#include "platform/volume/VolumeOpener.h"
 #include "tests/volume/EnvironmentVariable.h"
 #include "tests/volume/TestVolume.h"
 
@@ -206,6 +208,68 @@ TEST_F(OpenerTest, WhatTheProgramWroteIsOpened) {
     EXPECT_EQ(Opened(), own / "report.htm");
     std::filesystem::remove(own / "report.htm");
     EXPECT_EQ(Open(own / "report.htm"), 2);
+}
+
+/// A program's folder with the manual in both forms, and a desktop that knows viewers for some types.
+class ManualTest : public OpenerTest {
+  protected:
+    ManualTest() {
+        program_.Write("Ostrevin Manual.chm", "ITSF");
+        program_.Write("manual/index.html", "<html></html>");
+        MakeViewerOf("text/html");
+    }
+
+    void MakeViewerOf(const std::string& type) {
+        desktop_.Write("bin/xdg-mime",
+                       "#!/bin/sh\n[ \"$*\" = 'query default " + type + "' ] && echo viewer.desktop\n");
+        std::filesystem::permissions(desktop_ / "bin/xdg-mime", std::filesystem::perms::owner_all);
+    }
+
+    int OpenManual() {
+        const VolumeFiles evidence(volume_.folder.Path());
+        const OutputFiles outputs(evidence);
+        Examiner examiner(program_ / "");
+        return VolumeOpener(evidence, outputs, examiner)
+            .Open(settings_ / "Ostrevin Manual.chm", settings_ / "", CharsetDecoder(kWesternCodePage));
+    }
+
+    TemporaryFolder program_;
+    TemporaryFolder settings_;  // the application folder where the program's is not writable
+};
+
+TEST_F(ManualTest, AViewerOfHelpFilesGetsTheHelpFile) {
+    for (const char* type : {"application/vnd.ms-htmlhelp", "application/x-chm"}) {
+        MakeViewerOf(type);
+        EXPECT_GT(OpenManual(), 32) << type;
+        EXPECT_EQ(Opened(), program_ / "Ostrevin Manual.chm") << type;
+    }
+}
+
+TEST_F(ManualTest, WithoutSuchAViewerThePagesAreOpened) {
+    EXPECT_GT(OpenManual(), 32);
+    EXPECT_EQ(Opened(), program_ / "manual/index.html");
+    std::filesystem::remove(program_ / "Ostrevin Manual.chm");
+    MakeViewerOf("application/vnd.ms-htmlhelp");
+    EXPECT_GT(OpenManual(), 32);
+    EXPECT_EQ(Opened(), program_ / "manual/index.html") << "there is no help file to view";
+}
+
+TEST_F(ManualTest, ADesktopThatCannotTellShowsThePages) {
+    std::filesystem::remove(desktop_ / "bin/xdg-mime");
+    const EnvironmentVariable onlyTheOpener("PATH", desktop_ / "bin");
+    std::filesystem::create_symlink("/bin/mv", desktop_ / "bin/mv");
+    EXPECT_GT(OpenManual(), 32);
+    EXPECT_EQ(Opened(), program_ / "manual/index.html");
+}
+
+TEST_F(ManualTest, WhatIsMissingIsTold) {
+    std::filesystem::remove_all(program_ / "manual");
+    EXPECT_EQ(OpenManual(), 31) << "nothing shows the help file";
+    std::filesystem::remove(program_ / "Ostrevin Manual.chm");
+    EXPECT_EQ(OpenManual(), 2);
+    program_.Write("manual/index.html", "<html></html>");
+    const EnvironmentVariable nowhere("PATH", desktop_ / "none");
+    EXPECT_EQ(OpenManual(), 31);
 }
 
 }  // namespace

@@ -29,12 +29,16 @@ class Examiner {
     /// the user cannot write there, or it belongs to the evidence, one among the user's settings, which is
     /// created.
     [[nodiscard]] std::string ApplicationFolder(const VolumeFiles& evidence) const;
+    /// The folder of the executable, ending in the host's separator.
+    [[nodiscard]] const std::string& ProgramFolder() const { return programFolder_; }
     /// The host's path of a file with links and ".." resolved; empty when there is no such file.
     [[nodiscard]] std::string ResolvedPath(const std::string& hostPath) const;
 
     /// Hands a file (an absolute path of the host) or an address to the desktop's opener without waiting for
     /// it; false when there is no opener.
     bool Open(const std::string& item);
+    /// Whether the desktop names a program that shows compiled help files (.chm).
+    [[nodiscard]] static bool HasHelpViewer();
 
   private:
     void ForgetEndedOpeners();

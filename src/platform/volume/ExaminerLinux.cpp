@@ -7,6 +7,7 @@
 #include <langinfo.h>
 #include <locale.h>
 #include <memory>
+#include <optional>
 #include <pwd.h>
 #include <spawn.h>
 #include <string_view>
@@ -14,6 +15,7 @@
 #include <type_traits>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 #include "platform/Dates.h"
 #include "platform/volume/CharsetDecoder.h"
@@ -22,6 +24,8 @@
 
 namespace ostrevin {
 namespace {
+
+constexpr int kNowhere = -1;  // in place of a file descriptor
 
 std::string Environment(const char* name) {
     const char* value = std::getenv(name);
@@ -92,6 +96,50 @@ std::string SettingsFolder() {
     return home.starts_with('/') ? home + "/.config" : std::string();
 }
 
+/// A program that the environment's PATH has, running with no input and with its messages thrown away.
+/// Its output goes to a descriptor, or kNowhere. None when it cannot start.
+std::optional<pid_t> Start(const std::vector<std::string>& command, int output) {
+    std::vector<std::string> words = command;
+    std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
+    for (std::string& word : words) {
+        arguments.push_back(word.data());
+    }
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions{};
+    posix_spawn_file_actions_init(&actions);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
+    }
+    if (output != kNowhere) {
+        posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+    }
+    pid_t process = 0;
+    const int error = posix_spawnp(&process, arguments.front(), &actions, nullptr, arguments.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    return error == 0 ? std::optional(process) : std::nullopt;
+}
+
+/// What a program, run to its end, writes to its output.
+std::string OutputOf(const std::vector<std::string>& command) {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return {};
+    }
+    const std::optional<pid_t> process = Start(command, ends[1]);
+    close(ends[1]);
+    std::string output;
+    std::array<char, 256> block{};
+    for (ssize_t count = 0; (count = read(ends[0], block.data(), block.size())) > 0;) {
+        output.append(block.data(), static_cast<std::size_t>(count));
+    }
+    close(ends[0]);
+    if (process) {
+        waitpid(*process, nullptr, 0);
+    }
+    return output;
+}
+
 }  // namespace
 
 Examiner::Examiner() : Examiner(ExecutableFolder()) {}
@@ -128,22 +176,19 @@ std::string Examiner::ResolvedPath(const std::string& hostPath) const {
 
 bool Examiner::Open(const std::string& item) {
     ForgetEndedOpeners();
-    std::string program = "xdg-open";
-    std::string argument = item;
-    const std::array<char*, 3> arguments = {program.data(), argument.data(), nullptr};
-    posix_spawn_file_actions_t actions{};
-    posix_spawn_file_actions_init(&actions);
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_RDWR, 0);
+    const std::optional<pid_t> process = Start({"xdg-open", item}, kNowhere);
+    if (process) {
+        openers_.push_back(*process);
     }
-    pid_t process = 0;
-    const int error = posix_spawnp(&process, program.c_str(), &actions, nullptr, arguments.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    if (error != 0) {
-        return false;
-    }
-    openers_.push_back(process);
-    return true;
+    return process.has_value();
+}
+
+bool Examiner::HasHelpViewer() {
+    // The media type of such files, and the one that older viewers name.
+    constexpr std::array kTypes = {"application/vnd.ms-htmlhelp", "application/x-chm"};
+    return std::any_of(kTypes.begin(), kTypes.end(), [](const char* type) {
+        return OutputOf({"xdg-mime", "query", "default", type}).find(".desktop") != std::string::npos;
+    });
 }
 
 void Examiner::ForgetEndedOpeners() {

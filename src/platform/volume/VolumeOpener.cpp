@@ -14,6 +14,10 @@
 namespace ostrevin {
 namespace {
 
+// The manual in its two forms, below the program's folder.
+constexpr char kManual[] = "Ostrevin Manual.chm";
+constexpr char kManualPages[] = "manual/index.html";
+
 bool IsUtf8(std::string_view text) {
     constexpr char32_t kReplacement = 0xFFFD;
     while (!text.empty()) {
@@ -40,6 +44,9 @@ std::optional<std::string> BeginningOf(const std::string& hostFile) {
 
 int VolumeOpener::Open(const std::string& item, const std::string& applicationFolder,
                        const CharsetDecoder& decoder) {
+    if (item == applicationFolder + kManual) {
+        return OpenManual();
+    }
     if (const std::optional<std::string> place = outputs_.Find(item)) {
         return OpenHostFile(*place);
     }
@@ -55,6 +62,19 @@ int VolumeOpener::Open(const std::string& item, const std::string& applicationFo
     }
     const std::string path = PathOfFileAddress(item);
     return OpenFromVolume(IsUtf8(path) ? path : decoder.Decode(path));
+}
+
+/// The manual lies beside the program, also where the application folder is another one.
+int VolumeOpener::OpenManual() {
+    const std::string helpFile = examiner_.ResolvedPath(examiner_.ProgramFolder() + kManual);
+    if (!helpFile.empty() && examiner_.HasHelpViewer()) {
+        return HandOver(helpFile);
+    }
+    const std::string pages = examiner_.ResolvedPath(examiner_.ProgramFolder() + kManualPages);
+    if (!pages.empty()) {
+        return HandOver(pages);
+    }
+    return helpFile.empty() ? kOpenFileNotFound : kOpenNoOpener;
 }
 
 int VolumeOpener::OpenOwnFile(const std::string& file, const std::string& applicationFolder) {

@@ -25,10 +25,12 @@ class VolumeOpener {
 
     /// Opens a passive document of the volume, an address of the web or of mail, a file in the program's own
     /// folder, or one that the program wrote; all else, and whatever could execute, is refused. The decoder
-    /// is for addresses of files.
+    /// is for addresses of files. The manual is opened as a help file where the desktop has a viewer for
+    /// those, else as pages.
     int Open(const std::string& item, const std::string& applicationFolder, const CharsetDecoder& decoder);
 
   private:
+    [[nodiscard]] int OpenManual();
     [[nodiscard]] int OpenOwnFile(const std::string& file, const std::string& applicationFolder);
     [[nodiscard]] int OpenHostFile(const std::string& place);
     [[nodiscard]] int OpenAddress(const std::string& address);
