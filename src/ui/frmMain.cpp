@@ -4,7 +4,10 @@
 
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "report/frmAbout.h"
+#include "report/frmCreateReport.h"
 #include "sources/FileTimeToLocalDate.h"
+#include "ui/ListSorter.h"
 
 namespace ostrevin {
 namespace {
@@ -64,13 +67,6 @@ frmMain::frmMain(Toolkit& toolkit, MainWindowParts parts)
     DesignLists();
     DesignLayout();
     BindEvents();
-    // Find, report, preview and about box come with the parts of the program that do them.
-    for (MenuItem* item : {&mnuFind, &mnuFindNext, &mnuCreateReport, &mnuShowPreview, &mnuAbout}) {
-        item->SetEnabled(false);
-    }
-    for (ToolButton& button : barTool.Buttons()) {
-        button.SetEnabled(false);
-    }
 }
 
 frmMain::~frmMain() {
@@ -81,8 +77,39 @@ void frmMain::BindEvents() {
     treeUsers.NodeClick = [this](TreeNode& node) { treeUsers_NodeClick(node); };
     TabStrip.Click = [this] { TabStrip_Click(); };
     tmrUpdateTime.Tick = [this] { tmrUpdateTime_Timer(); };
+    barTool.ButtonClick = [this](ToolButton& button) { barTool_ButtonClick(button); };
     mnuExit.Click = [this] { Unload(); };
+    mnuFind.Click = [this] { DoFind(); };
+    mnuFindNext.Click = [this] { DoFindNext(); };
+    mnuCreateReport.Click = [this] { CreateReport(); };
+    mnuShowPreview.Click = [this] { TogglePreview(); };
     mnuManual.Click = [this] { mnuManual_Click(); };
+    mnuAbout.Click = [this] { mnuAbout_Click(); };
+    for (std::size_t i = 0; i < kTraceKinds.size(); ++i) {
+        ListView& list = ListAt(i);
+        list.ColumnClick = [this, &list](ColumnHeader& column) {
+            ListSorter(parts_.platform, list, column, true);
+        };
+    }
+    lstProgram.ItemClick = [this](ListItem& item) { lstProgram_ItemClick(item); };
+    lstProgram.DblClick = [this] { lstProgram_DblClick(); };
+    for (const DocumentPage* page : {&recentPage_, &openSavePage_}) {
+        page->list.ItemClick = [this, page](ListItem& item) { Document_ItemClick(*page, item); };
+        page->list.DblClick = [this, page] { Document_DblClick(page->list); };
+        Splitter& splitter = page->splitter;
+        page->pane.MouseDown = [&splitter](int button, int shift, double x, double y) {
+            splitter.MouseDown(button, shift, x, y);
+        };
+        page->pane.MouseMove = [&splitter](int button, int shift, double x, double y) {
+            splitter.MouseMove(button, shift, x, y);
+        };
+        page->pane.MouseUp = [&splitter](int button, int shift, double x, double y) {
+            splitter.MouseUp(button, shift, x, y);
+        };
+    }
+    for (ListView* list : {&lstIEHistory, &lstTypedURL}) {
+        list->DblClick = [this, list] { Address_DblClick(*list); };
+    }
 }
 
 void frmMain::Form_Load() {
@@ -90,6 +117,14 @@ void frmMain::Form_Load() {
     imgList.SetBkColor(ImageList::kNoColor);
     ReadShowPreview();
     SelectFullRows();
+    for (std::size_t i = 0; i < kTraceKinds.size(); ++i) {
+        filters_[i].SetList(&ListAt(i));
+    }
+    for (std::size_t i = 0; i < kTraceKinds.size(); ++i) {
+        finders_[i].SetList(&ListAt(i));
+    }
+    SetUpSplitter(recentPage_);
+    SetUpSplitter(openSavePage_);
     BuildAccountTree();
     tmrUpdateTime_Timer();
 }
@@ -109,8 +144,9 @@ void frmMain::ReadShowPreview() {
 }
 
 void frmMain::SelectFullRows() {
-    for (ListView* list : {&lstProgram, &lstRecent, &lstOpenSave, &lstIEHistory, &lstTypedURL}) {
-        list->SetExtendedStyle(list->ExtendedStyle() | ListView::kFullRowSelect);
+    for (std::size_t i = 0; i < kTraceKinds.size(); ++i) {
+        ListView& list = ListAt(i);
+        list.SetExtendedStyle(list.ExtendedStyle() | ListView::kFullRowSelect);
     }
 }
 
@@ -147,10 +183,11 @@ void frmMain::TabStrip_Click() {
     if (const TreeNode* node = treeUsers.SelectedItem()) {
         FillSelectedTab(node->Key().substr(0, node->Key().find(':')));
     }
+    UpdateFilter();
 }
 
 void frmMain::FillSelectedTab(const std::string& sid) {
-    const TraceKind& kind = kTraceKinds[static_cast<std::size_t>(TabStrip.SelectedTab() - 1)];
+    const TraceKind& kind = kTraceKinds[SelectedList()];
     treeUsers.Select(treeUsers.Node(sid + kind.suffix));
     (this->*kind.fill)(sid);
 }
@@ -165,24 +202,29 @@ std::int32_t frmMain::FindAccount(const std::string& sid) const {
     return found;
 }
 
-void frmMain::FillList(ListView& list, const std::string& sid,
+void frmMain::FillList(std::size_t place, const std::string& sid,
                        const std::function<void(std::int32_t)>& addEntries) {
+    ListView& list = ListAt(place);
     if (sid == list.Tag()) {
         return;
     }
+    filters_[place].ResetFilter();
     list.SetTag(sid);
     list.Clear();
     const bool sorted = list.Sorted();
     list.SetSorted(false);
     addEntries(FindAccount(sid));
     list.SetSorted(sorted);
+    if (sorted) {
+        ListSorter(parts_.platform, list, list.Column(list.SortKey() + 1), false);
+    }
     if (list.ItemCount() > 0) {
         list.EnsureVisible(list.Item(1));
     }
 }
 
 void frmMain::FillPrograms(const std::string& sid) {
-    FillList(lstProgram, sid, [this](std::int32_t account) {
+    FillList(0, sid, [this](std::int32_t account) {
         const UserAssistList* source = parts_.accounts.UserAssist(account);
         for (std::int32_t j = 0; source != nullptr && j < source->Count(); ++j) {
             if (!IsProgram(*source, j)) {
@@ -199,7 +241,7 @@ void frmMain::FillPrograms(const std::string& sid) {
 }
 
 void frmMain::FillRecentDocuments(const std::string& sid) {
-    FillList(lstRecent, sid, [this](std::int32_t account) {
+    FillList(1, sid, [this](std::int32_t account) {
         const RecentDocumentList* source = parts_.accounts.RecentDocument(account);
         for (std::int32_t j = 0; source != nullptr && j < source->Count(); ++j) {
             lstRecent.Add(KeyOf(j), source->RecentDocumentPath(j));
@@ -208,7 +250,7 @@ void frmMain::FillRecentDocuments(const std::string& sid) {
 }
 
 void frmMain::FillOpenSave(const std::string& sid) {
-    FillList(lstOpenSave, sid, [this](std::int32_t account) {
+    FillList(2, sid, [this](std::int32_t account) {
         const OpenSaveList* source = parts_.accounts.OpenSave(account);
         for (std::int32_t j = 0; source != nullptr && j < source->Count(); ++j) {
             lstOpenSave.Add(KeyOf(j), source->Document(j));
@@ -217,7 +259,7 @@ void frmMain::FillOpenSave(const std::string& sid) {
 }
 
 void frmMain::FillIEHistory(const std::string& sid) {
-    FillList(lstIEHistory, sid, [this](std::int32_t account) {
+    FillList(3, sid, [this](std::int32_t account) {
         const IEHistoryList* source = parts_.accounts.IEHistory(account);
         for (std::int32_t j = 0; source != nullptr && j < source->Count(); ++j) {
             std::string url = source->URL(j);
@@ -230,7 +272,7 @@ void frmMain::FillIEHistory(const std::string& sid) {
 }
 
 void frmMain::FillTypedURLs(const std::string& sid) {
-    FillList(lstTypedURL, sid, [this](std::int32_t account) {
+    FillList(4, sid, [this](std::int32_t account) {
         const TypedURLList* source = parts_.accounts.TypedURL(account);
         for (std::int32_t j = 0; source != nullptr && j < source->Count(); ++j) {
             lstTypedURL.Add(KeyOf(j), source->URL(j));
@@ -246,6 +288,39 @@ void frmMain::tmrUpdateTime_Timer() {
 
 void frmMain::mnuManual_Click() {
     ShellOpenDocument(parts_.platform, GetAppFolder(parts_.platform) + "Ostrevin Manual.chm");
+}
+
+void frmMain::mnuAbout_Click() {
+    frmAbout(GetToolkit()).Show(ShowStyle::Modal);
+}
+
+void frmMain::CreateReport() {
+    frmCreateReport(GetToolkit(), parts_.platform, parts_.accounts).Show(ShowStyle::Modal);
+}
+
+void frmMain::barTool_ButtonClick(const ToolButton& button) {
+    if (button.Tag() == "REPORT") {
+        CreateReport();
+    }
+    if (button.Tag() == "SHOWPREVIEW") {
+        TogglePreview();
+    }
+    if (button.Tag() == "FILTER") {
+        ToggleFilter();
+    }
+    if (button.Tag() == "FIND") {
+        DoFind();
+    }
+}
+
+std::size_t frmMain::SelectedList() const {
+    return static_cast<std::size_t>(TabStrip.SelectedTab() - 1);
+}
+
+ListView& frmMain::ListAt(std::size_t place) {
+    const std::array<ListView*, 5> lists = {&lstProgram, &lstRecent, &lstOpenSave, &lstIEHistory,
+                                            &lstTypedURL};
+    return *lists.at(place);
 }
 
 void frmMain::DesignToolbar() {

@@ -18,6 +18,10 @@
 #include "controls/TreeView.h"
 #include "platform/Platform.h"
 #include "settings/AppSettings.h"
+#include "ui/ListFilter.h"
+#include "ui/ListFinder.h"
+#include "widgets/Splitter.h"
+#include "widgets/ThumbnailExtractor.h"
 
 namespace ostrevin {
 
@@ -75,12 +79,34 @@ class frmMain : public Form {
     void FillIEHistory(const std::string& sid);
     void FillTypedURLs(const std::string& sid);
 
+    // Each acts on the list of the selected tab.
+
+    /// Shows in the tool bar whether the list is filtered.
+    void UpdateFilter();
+    /// Asks for a text and filters the list by it, or undoes the filter.
+    void ToggleFilter();
+    /// Asks for a text and selects its first occurrence.
+    void DoFind();
+    /// Selects the next occurrence of the text that was looked for last in this list.
+    void DoFindNext();
+
+    /// Switches the preview of documents on or off, for the next run too.
+    void TogglePreview();
+
   protected:
     void Form_Load() override;
     void Form_Resize() override;
     void Form_Unload() override;
 
   private:
+    /// The page of a kind of documents: a list and the thumbnail of what is chosen in it, with a bar between.
+    struct DocumentPage {
+        PictureBox& pane;
+        ListView& list;
+        PictureBox& thumbnail;
+        Splitter& splitter;
+    };
+
     void DesignToolbar();
     void DesignTabs();
     void DesignLists();
@@ -91,18 +117,46 @@ class frmMain : public Form {
     void SelectFullRows();
     void BuildAccountTree();
     [[nodiscard]] std::int32_t FindAccount(const std::string& sid) const;
-    /// The frame of all fill procedures; addEntries adds the items of the account with an index.
-    void FillList(ListView& list, const std::string& sid,
+    /// The frame of all fill procedures, for the list of a tab (from 0); addEntries adds the items of the
+    /// account with an index.
+    void FillList(std::size_t place, const std::string& sid,
                   const std::function<void(std::int32_t)>& addEntries);
     void FillSelectedTab(const std::string& sid);
+    void SetUpSplitter(const DocumentPage& page);
     void LayOutPages();
+    void LayOutDocumentPage(const DocumentPage& page);
+    [[nodiscard]] bool ShowsPreview() const;
+    [[nodiscard]] std::size_t SelectedList() const;
+    [[nodiscard]] ListView& ListAt(std::size_t place);
+    void CreateReport();
 
     void treeUsers_NodeClick(const TreeNode& node);
     void TabStrip_Click();
     void tmrUpdateTime_Timer();
+    void barTool_ButtonClick(const ToolButton& button);
     void mnuManual_Click();
+    void mnuAbout_Click();
+    void lstProgram_ItemClick(ListItem& item);
+    /// Of lstRecent and lstOpenSave.
+    void Document_ItemClick(const DocumentPage& page, ListItem& item);
+    void lstProgram_DblClick();
+    /// Of lstRecent and lstOpenSave.
+    void Document_DblClick(const ListView& list);
+    /// Of lstIEHistory and lstTypedURL.
+    void Address_DblClick(const ListView& list);
+
+    void WriteAccessible(ListItem& item, int subItem);
+    [[nodiscard]] PicturePtr ThumbnailFor(const DocumentPage& page);
 
     MainWindowParts parts_;
+    // In the order of the tabs.
+    std::array<ListFilter, 5> filters_;
+    std::array<ListFinder, 5> finders_;
+    Splitter splitterRecent_{GetToolkit()};
+    Splitter splitterOpenSave_{GetToolkit()};
+    DocumentPage recentPage_{picRecent, lstRecent, picRecentThumbnail, splitterRecent_};
+    DocumentPage openSavePage_{picOpenSave, lstOpenSave, picOpenSaveThumbnail, splitterOpenSave_};
+    ThumbnailExtractor thumbnails_{parts_.platform};
 };
 
 }  // namespace ostrevin

@@ -25,6 +25,9 @@ void frmMain::DesignLayout() {
     tmrUpdateTime.SetInterval(100);
     treeUsers.Move(150, 630, 3300, 6000);
     TabStrip.Move(3600, 630, 9000, 6000);
+    for (PictureBox* thumbnail : {&picRecentThumbnail, &picOpenSaveThumbnail}) {
+        thumbnail->Move(0, 0, 4500, 4500);  // the ratio that the preview keeps
+    }
 }
 
 void frmMain::Form_Resize() {
@@ -55,14 +58,36 @@ void frmMain::LayOutPages() {
     }
     const double marginX = ScaleX(kInnerMarginPixels, ScaleMode::Pixel, ScaleMode());
     const double marginY = ScaleY(kInnerMarginPixels, ScaleMode::Pixel, ScaleMode());
-    for (Control* control : {static_cast<Control*>(&lstProgram), static_cast<Control*>(&picRecent),
-                             static_cast<Control*>(&picOpenSave), static_cast<Control*>(&lstIEHistory),
-                             static_cast<Control*>(&lstTypedURL)}) {
-        control->Move(marginX, marginY, width - 2 * marginX, height - 2 * marginY);
-    }
-    for (ListView* list : {&lstRecent, &lstOpenSave}) {
-        list->Move(0, 0, list->Parent()->ScaleWidth(), list->Parent()->ScaleHeight());
-    }
+    const auto fillPage = [&](Control& control) {
+        control.Move(marginX, marginY, width - 2 * marginX, height - 2 * marginY);
+    };
+    fillPage(lstProgram);
+    fillPage(picRecent);
+    LayOutDocumentPage(recentPage_);
+    // The splitter places both document lists; only this one is placed here before.
+    fillPage(lstOpenSave);
+    fillPage(picOpenSave);
+    LayOutDocumentPage(openSavePage_);
+    fillPage(lstIEHistory);
+    fillPage(lstTypedURL);
+}
+
+void frmMain::LayOutDocumentPage(const DocumentPage& page) {
+    page.splitter.Resize();
+    const bool show = ShowsPreview();
+    page.thumbnail.SetVisible(show);
+    page.splitter.SetVisible(2, show);
+}
+
+void frmMain::SetUpSplitter(const DocumentPage& page) {
+    constexpr int kPreview = 2;
+    page.splitter.SetContainer(page.pane);
+    page.splitter.SetOrientation(Splitter::kSideBySide);
+    page.splitter.SetControlMinSize(kPreview, 100);
+    page.splitter.SetControlMaxSize(kPreview, 400);
+    page.splitter.SetMaintainAspectRatio(kPreview, true);
+    page.splitter.Bind(page.list, page.thumbnail);
+    page.splitter.SetSplitterPosition(400);
 }
 
 }  // namespace ostrevin

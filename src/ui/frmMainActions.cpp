@@ -1,0 +1,85 @@
+// What a click and a double-click on an item do, and the preview of documents.
+#include <cstdint>
+#include <exception>
+
+#include "platform/Paths.h"
+#include "ui/frmMain.h"
+
+namespace ostrevin {
+namespace {
+
+constexpr int kProgramAccessible = 3;
+constexpr int kDocumentAccessible = 1;
+
+constexpr char kShowPreview[] = "ShowPreview";
+
+}  // namespace
+
+/// Looks for the item's file, once.
+void frmMain::WriteAccessible(ListItem& item, int subItem) {
+    if (item.SubItem(subItem).empty()) {
+        item.SetSubItem(subItem, FileExists(parts_.platform, item.Text()) ? "Yes" : "No");
+    }
+}
+
+void frmMain::lstProgram_ItemClick(ListItem& item) {
+    WriteAccessible(item, kProgramAccessible);
+}
+
+void frmMain::Document_ItemClick(const DocumentPage& page, ListItem& item) {
+    WriteAccessible(item, kDocumentAccessible);
+    page.thumbnail.SetPicture(nullptr);
+    if (!ShowsPreview() || item.SubItem(kDocumentAccessible) != "Yes") {
+        return;
+    }
+    try {
+        page.thumbnail.SetPicture(ThumbnailFor(page));
+    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch)
+        // A file of which no picture can be made leaves the box empty.
+    }
+}
+
+/// The thumbnail of the selected document, of the size of its box; null when there is none.
+PicturePtr frmMain::ThumbnailFor(const DocumentPage& page) {
+    PictureBox& box = page.thumbnail;
+    const double points = GetToolkit().PointsPerPixel();
+    const double width = box.ScaleX(box.ScaleWidth(), box.ScaleMode(), ScaleMode::Pixel) * points;
+    const double height = box.ScaleY(box.ScaleHeight(), box.ScaleMode(), ScaleMode::Pixel) * points;
+    const bool made = thumbnails_.Generate(page.list.SelectedItem()->Text(), static_cast<std::int16_t>(width),
+                                           static_cast<std::int16_t>(height));
+    return made ? thumbnails_.Picture() : nullptr;
+}
+
+void frmMain::lstProgram_DblClick() {
+    const ListItem* item = lstProgram.SelectedItem();
+    if (item != nullptr && FileExists(parts_.platform, item->Text())) {
+        parts_.platform.StartProgram(item->Text());
+    }
+}
+
+void frmMain::Document_DblClick(const ListView& list) {
+    const ListItem* item = list.SelectedItem();
+    if (item != nullptr && FileExists(parts_.platform, item->Text())) {
+        ShellOpenDocument(parts_.platform, item->Text());
+    }
+}
+
+void frmMain::Address_DblClick(const ListView& list) {
+    if (const ListItem* item = list.SelectedItem()) {
+        ShellOpenDocument(parts_.platform, item->Text());
+    }
+}
+
+bool frmMain::ShowsPreview() const {
+    return parts_.settings.GetINIOption(kShowPreview) == "True";
+}
+
+void frmMain::TogglePreview() {
+    const bool show = !mnuShowPreview.Checked();
+    mnuShowPreview.SetChecked(show);
+    barTool.Button("SHOWPREVIEW").SetValue(show ? ToolButton::kPressed : ToolButton::kUp);
+    parts_.settings.SetINIOption(kShowPreview, show ? "True" : "False");
+    LayOutPages();
+}
+
+}  // namespace ostrevin
