@@ -1,7 +1,6 @@
 #include "toolkit/qt/QtCollation.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <numeric>
 #include <string>
@@ -12,30 +11,117 @@
 namespace ostrevin::qt {
 namespace {
 
-/// Printable ASCII without letters. No language joins such characters to one another, so that texts of them
-/// compare character by character.
-bool IsPlain(char character) {
-    return character >= ' ' && character <= '~' && !(character >= 'A' && character <= 'Z') &&
-           !(character >= 'a' && character <= 'z');
+bool IsPrintable(unsigned char character) {
+    return character >= ' ' && character <= '~';
 }
 
-/// The places of texts, by their numbers in order and by what tells whether two of them are equal.
-template <typename Equal>
-std::vector<std::size_t> PlacesOf(const std::vector<std::size_t>& order, Equal equal) {
+bool IsLetter(unsigned char character) {
+    const unsigned char lower = character | 0x20U;
+    return lower >= 'a' && lower <= 'z';
+}
+
+/// What texts are made of, besides digits and punctuation of ASCII.
+struct Contents {
+    bool letters = false;
+    bool others = false;
+};
+
+Contents ContentsOf(std::span<const std::string_view> texts) {
+    Contents contents;
+    for (const std::string_view text : texts) {
+        for (const char character : text) {  // to the end, without a branch: many characters at once
+            const auto byte = static_cast<unsigned char>(character);
+            contents.letters |= IsLetter(byte);
+            contents.others |= !IsPrintable(byte);
+        }
+    }
+    return contents;
+}
+
+/// A text by its number, from 0, in an order of texts.
+struct OrderedText {
+    std::uint64_t key;  ///< what it was put in order by last
+    std::uint32_t number;
+    bool sameAsBefore;  ///< whether it is equal to the text before it
+};
+
+std::vector<OrderedText> Unordered(std::size_t count) {
+    std::vector<OrderedText> texts(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        texts[i].number = static_cast<std::uint32_t>(i);
+    }
+    return texts;
+}
+
+std::vector<std::size_t> PlacesOf(const std::vector<OrderedText>& order) {
     std::vector<std::size_t> places(order.size());
     std::size_t place = 0;
     for (std::size_t i = 1; i < order.size(); ++i) {
-        place += equal(order[i - 1], order[i]) ? 0U : 1U;
-        places[order[i]] = place;
+        place += order[i].sameAsBefore ? 0U : 1U;
+        places[order[i].number] = place;
     }
     return places;
 }
 
-std::vector<std::size_t> Numbers(std::size_t count) {
-    std::vector<std::size_t> numbers(count);
-    std::iota(numbers.begin(), numbers.end(), std::size_t{0});
-    return numbers;
-}
+/// Sorts texts by the weights of their characters, eight characters at a time.
+class WeightSort {
+  public:
+    WeightSort(std::span<const std::string_view> texts, const CharacterWeights& weights)
+        : texts_(texts), weights_(weights), order_(Unordered(texts.size())) {
+        runs_.push_back({0, order_.size(), 0});
+        while (!runs_.empty()) {
+            const Run run = runs_.back();
+            runs_.pop_back();
+            SortRun(run);
+        }
+    }
+
+    [[nodiscard]] const std::vector<OrderedText>& Order() const { return order_; }
+
+  private:
+    static constexpr std::size_t kCharactersOfKey = 8;
+
+    /// Texts that are equal in their first characters.
+    struct Run {
+        std::size_t begin;
+        std::size_t end;
+        std::size_t characters;
+    };
+
+    /// The weights of the next characters, the first in the highest byte; 0 behind the end of the text.
+    [[nodiscard]] std::uint64_t KeyAt(std::string_view text, std::size_t place) const {
+        std::uint64_t key = 0;
+        for (std::size_t i = place; i < place + kCharactersOfKey; ++i) {
+            key = key << 8U | (i < text.size() ? weights_[static_cast<unsigned char>(text[i])] : 0U);
+        }
+        return key;
+    }
+
+    void SortRun(const Run& run) {
+        const auto texts = std::span(order_).subspan(run.begin, run.end - run.begin);
+        for (OrderedText& text : texts) {
+            text.key = KeyAt(texts_[text.number], run.characters);
+        }
+        std::ranges::sort(texts, {}, &OrderedText::key);
+        for (std::size_t first = run.begin; first < run.end;) {
+            const std::uint64_t key = order_[first].key;
+            const bool textEnds = (key & 0xFFU) == 0;
+            std::size_t next = first + 1;
+            for (; next < run.end && order_[next].key == key; ++next) {
+                order_[next].sameAsBefore = textEnds;
+            }
+            if (!textEnds && next - first > 1) {
+                runs_.push_back({first, next, run.characters + kCharactersOfKey});
+            }
+            first = next;
+        }
+    }
+
+    std::span<const std::string_view> texts_;
+    const CharacterWeights& weights_;
+    std::vector<OrderedText> order_;
+    std::vector<Run> runs_;  // still to be sorted
+};
 
 }  // namespace
 
@@ -51,67 +137,74 @@ int QtCollation::Compare(std::string_view left, std::string_view right) const {
 }
 
 std::vector<std::size_t> QtCollation::Rank(std::span<const std::string_view> texts) const {
-    const bool plain = std::all_of(texts.begin(), texts.end(), [](std::string_view text) {
-        return std::all_of(text.begin(), text.end(), IsPlain);
-    });
-    return plain ? RankPlain(texts) : RankByKeys(texts);
+    const Contents contents = ContentsOf(texts);
+    if (!contents.others) {
+        if (const std::optional<CharacterWeights> weights = WeightsOf(contents.letters)) {
+            return PlacesOf(WeightSort(texts, *weights).Order());
+        }
+    }
+    return RankByKeys(texts);
 }
 
-std::vector<std::size_t> QtCollation::RankPlain(std::span<const std::string_view> texts) const {
-    std::vector<char> characters;
+std::optional<CharacterWeights> QtCollation::WeightsOf(bool letters) const {
+    std::vector<std::string> characters;
     for (char character = ' '; character <= '~'; ++character) {
-        if (IsPlain(character)) {
-            characters.push_back(character);
+        if (letters || !IsLetter(static_cast<unsigned char>(character))) {
+            characters.emplace_back(1, character);
         }
     }
-    std::sort(characters.begin(), characters.end(), [this](char left, char right) {
-        return Compare({&left, 1}, {&right, 1}) < 0;
-    });
-    std::array<char, 128> weights{};
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-        weights[static_cast<std::size_t>(characters[i])] = static_cast<char>(i + 1);
+    std::sort(characters.begin(), characters.end(),
+              [this](const std::string& left, const std::string& right) { return Compare(left, right) < 0; });
+    CharacterWeights weights{};
+    std::vector<std::string> distinct;
+    for (const std::string& character : characters) {
+        if (distinct.empty() || Compare(distinct.back(), character) != 0) {
+            distinct.push_back(character);
+        }
+        weights[static_cast<unsigned char>(character.front())] = static_cast<unsigned char>(distinct.size());
     }
-    std::vector<std::string> keys;
-    keys.reserve(texts.size());
-    for (const std::string_view text : texts) {
-        std::string& key = keys.emplace_back(text);
-        for (char& character : key) {
-            character = weights[static_cast<std::size_t>(character)];
+    // Where two characters together count as one, or differ less than others do, pairs are in another order
+    // than the characters tell.
+    std::string before;
+    for (const std::string& first : distinct) {
+        for (const std::string& second : distinct) {
+            std::string pair = first + second;
+            if (Compare(before, pair) >= 0) {
+                return std::nullopt;
+            }
+            before = std::move(pair);
         }
     }
-    std::vector<std::size_t> order = Numbers(keys.size());
-    std::sort(order.begin(), order.end(),
-              [&](std::size_t left, std::size_t right) { return keys[left] < keys[right]; });
-    return PlacesOf(order, [&](std::size_t left, std::size_t right) { return keys[left] == keys[right]; });
+    return weights;
 }
 
 std::vector<std::size_t> QtCollation::RankByKeys(std::span<const std::string_view> texts) const {
-    struct Key {
-        bool empty;
-        QCollatorSortKey key;
-    };
     std::unordered_map<std::string_view, std::size_t> numbers;
-    std::vector<Key> keys;
+    std::vector<QCollatorSortKey> keys;
     std::vector<std::size_t> numberOfText;
     numberOfText.reserve(texts.size());
     for (const std::string_view text : texts) {
         const auto [entry, isNew] = numbers.try_emplace(text, keys.size());
         if (isNew) {
-            keys.push_back({text.empty(), collator_.sortKey(Text(text))});
+            keys.push_back(collator_.sortKey(Text(text)));
         }
         numberOfText.push_back(entry->second);
     }
-    // To its keys, a text of characters that do not count is like the empty one; to its comparison it is not.
-    const auto compare = [&](std::size_t left, std::size_t right) {
-        return keys[left].empty || keys[right].empty
-                   ? static_cast<int>(keys[right].empty) - static_cast<int>(keys[left].empty)
-                   : keys[left].key.compare(keys[right].key);
-    };
-    std::vector<std::size_t> order = Numbers(keys.size());
-    std::sort(order.begin(), order.end(),
-              [&](std::size_t left, std::size_t right) { return compare(left, right) < 0; });
-    const std::vector<std::size_t> places =
-        PlacesOf(order, [&](std::size_t left, std::size_t right) { return compare(left, right) == 0; });
+    // To its key, a text of characters that do not count is like the empty one; to Compare it is not.
+    const auto empty = numbers.find(std::string_view());
+    std::vector<OrderedText> order = Unordered(keys.size());
+    for (OrderedText& text : order) {
+        text.key = empty != numbers.end() && empty->second == text.number ? 0U : 1U;
+    }
+    std::sort(order.begin(), order.end(), [&](const OrderedText& left, const OrderedText& right) {
+        return left.key != right.key ? left.key < right.key
+                                     : keys[left.number].compare(keys[right.number]) < 0;
+    });
+    for (std::size_t i = 1; i < order.size(); ++i) {
+        order[i].sameAsBefore =
+            order[i - 1].key == order[i].key && keys[order[i - 1].number].compare(keys[order[i].number]) == 0;
+    }
+    const std::vector<std::size_t> places = PlacesOf(order);
     for (std::size_t& number : numberOfText) {
         number = places[number];
     }
