@@ -11,8 +11,7 @@
 namespace ostrevin {
 
 void ListItem::SetText(std::string text) {
-    text_ = std::move(text);
-    Changed();
+    SetCell(1, std::move(text));
 }
 
 const std::string& ListItem::SubItem(int number) const {
@@ -22,23 +21,23 @@ const std::string& ListItem::SubItem(int number) const {
 }
 
 void ListItem::SetSubItem(int number, std::string text) {
-    if (number < 1 || (list_ != nullptr && number >= list_->ColumnCount())) {
+    if (number < 1) {
         throw ControlError("Invalid property value: sub-item " + std::to_string(number));
     }
-    const auto place = static_cast<std::size_t>(number - 1);
-    if (place >= subItems_.size()) {
-        subItems_.resize(place + 1);
-    }
-    subItems_[place] = std::move(text);
-    Changed();
+    SetCell(number + 1, std::move(text));
 }
 
-void ListItem::SetCell(int column, std::string text) {
-    if (column <= 1) {
-        SetText(std::move(text));
-    } else {
-        SetSubItem(column - 1, std::move(text));
+std::string ListItem::ExchangeCell(int column, std::string text) {
+    if (column > 1 && list_ != nullptr && column > list_->ColumnCount()) {
+        throw ControlError("Invalid property value: column " + std::to_string(column));
     }
+    const auto place = static_cast<std::size_t>(std::max(column, 2) - 2);
+    if (column > 1 && place >= subItems_.size()) {
+        subItems_.resize(place + 1);
+    }
+    std::string former = std::exchange(column > 1 ? subItems_[place] : text_, std::move(text));
+    Changed();
+    return former;
 }
 
 void ListItem::Changed() {

@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "controls/Control.h"
@@ -52,6 +53,8 @@ class ListItem {
     [[nodiscard]] const std::string& Key() const { return key_; }
     [[nodiscard]] const std::string& Tag() const { return tag_; }
     void SetTag(std::string tag) { tag_ = std::move(tag); }
+    /// Sets the tag and hands over what it was.
+    std::string ExchangeTag(std::string tag) { return std::exchange(tag_, std::move(tag)); }
     [[nodiscard]] const std::string& Text() const { return text_; }
     void SetText(std::string text);
     /// "" where none was set.
@@ -61,7 +64,9 @@ class ListItem {
     [[nodiscard]] const std::string& Cell(int column) const {
         return column <= 1 ? text_ : SubItem(column - 1);
     }
-    void SetCell(int column, std::string text);
+    void SetCell(int column, std::string text) { static_cast<void>(ExchangeCell(column, std::move(text))); }
+    /// Sets the text of a column and hands over what it was.
+    std::string ExchangeCell(int column, std::string text);
 
   private:
     friend class ListView;

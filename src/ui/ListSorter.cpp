@@ -13,12 +13,10 @@ void PutKeys(Platform& platform, ListView& list, const ColumnHeader& column) {
     for (std::size_t i = 1; i <= list.ItemCount(); ++i) {
         ListItem& item = list.Item(i);
         const std::string& cell = item.Cell(column.Index());
-        std::string key = numbers ? NumberKey(cell) : DateKey(platform, cell);
-        std::string saved;
-        saved.reserve(cell.size() + 1 + item.Tag().size());
-        saved.append(cell).append(1, '\0').append(item.Tag());
+        std::string saved =
+            item.ExchangeCell(column.Index(), numbers ? NumberKey(cell) : DateKey(platform, cell));
+        saved.append(1, '\0').append(item.Tag());
         item.SetTag(std::move(saved));
-        item.SetCell(column.Index(), std::move(key));
     }
 }
 
@@ -26,10 +24,11 @@ void PutKeys(Platform& platform, ListView& list, const ColumnHeader& column) {
 void PutTextsBack(ListView& list, int column) {
     for (std::size_t i = 1; i <= list.ItemCount(); ++i) {
         ListItem& item = list.Item(i);
-        const std::string& saved = item.Tag();
+        std::string saved = item.ExchangeTag({});
         const std::size_t end = saved.find('\0');
-        item.SetCell(column, saved.substr(0, end));
         item.SetTag(saved.substr(end + 1, saved.find('\0', end + 1) - end - 1));
+        saved.resize(end);
+        item.SetCell(column, std::move(saved));
     }
 }
 
