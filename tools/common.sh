@@ -5,7 +5,10 @@
 # Debian packages, by what they are for. The arrays are for the scripts that source this file.
 # shellcheck disable=SC2034
 {
-    kBuildPackages=(cmake g++ ninja-build qt6-base-dev librsvg2-bin fonts-dejavu-core)
+    kBuildPackages=(
+        cmake g++ ninja-build qt6-base-dev librsvg2-bin fonts-dejavu-core
+        qt6-image-formats-plugins # previews of TIFF and WebP pictures
+    )
     # A virtual screen to show the window on, a window manager to close it, and the camera.
     kVirtualDisplayPackages=(blackbox imagemagick wmctrl xauth xvfb)
     kTestPackages=(

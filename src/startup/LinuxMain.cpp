@@ -1,11 +1,14 @@
 // Entry point of the window program on Linux: the volume in a window of Qt.
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include <QApplication>
 
 #include "platform/volume/VolumePlatform.h"
 #include "startup/Program.h"
+#include "startup/QtPictureDecoder.h"
+#include "toolkit/qt/QtPictureWorker.h"
 #include "toolkit/qt/QtToolkit.h"
 
 namespace {
@@ -17,6 +20,7 @@ using ostrevin::qt::QtToolkit;
 constexpr int kCannot = 1;
 constexpr int kUsage = 2;
 constexpr char kName[] = "Ostrevin";
+constexpr char kThisProgram[] = "/proc/self/exe";
 
 void Tell(const std::string& line) {
     std::cerr << "ostrevin: " << line << std::endl;
@@ -24,7 +28,8 @@ void Tell(const std::string& line) {
 
 /// Runs the program on a volume; failures are let through.
 int RunOn(const std::string& volume, QtToolkit& toolkit) {
-    const std::unique_ptr<VolumePlatform> platform = VolumePlatform::Open(volume, Tell);
+    const std::unique_ptr<VolumePlatform> platform =
+        VolumePlatform::Open(volume, Tell, ostrevin::MakeQtPictureDecoder(kThisProgram));
     Program program(*platform, toolkit);
     program.Main();
     return toolkit.Run();
@@ -33,6 +38,9 @@ int RunOn(const std::string& volume, QtToolkit& toolkit) {
 }  // namespace
 
 int main(int count, char** arguments) {
+    if (const std::optional<int> result = ostrevin::qt::RunPictureWorker(count, arguments)) {
+        return *result;
+    }
     QApplication application(count, arguments);
     QApplication::setApplicationName(QString::fromLatin1(kName));
     if (count > 2) {
