@@ -14,6 +14,7 @@
     kTestPackages=(
         clang clang-format libclang-rt-14-dev llvm # sanitizers, fuzzing, style
         libbenchmark-dev libgtest-dev
+        chromium # to read the reports
         libhivex-bin liblnk-utils libmsiecf-utils libregf-utils reglookup # independent readers to compare with
     )
     kLintPackages=(clang-tidy shellcheck)
