@@ -174,7 +174,7 @@ class ReportFile {
 void HtmlReport::Create(std::int32_t accountIndex, const std::string& path) {
     using enum ReportSection;
     std::string links;
-    for (const ReportSection section : {Programs, RecentDocuments, OpenSave, IEHistory, TypedURLs}) {
+    for (const ReportSection section : kReportSections) {
         if (client_.Includes(section)) {
             links += links.empty() ? "" : " | ";
             links += TextOf(section).link;

@@ -10,11 +10,9 @@
 
 #include "accounts/AccountList.h"
 #include "platform/Platform.h"
+#include "report/ReportSection.h"
 
 namespace ostrevin {
-
-/// The sections, in their order in the file.
-enum class ReportSection { Programs, RecentDocuments, OpenSave, IEHistory, TypedURLs };
 
 /// Whoever wants a report: says what is in it, and hears how far it is.
 class ReportClient {

@@ -1,29 +1,111 @@
 #include "startup/ReportCommand.h"
 
 #include <exception>
+#include <set>
 
 #include "accounts/AccountList.h"
+#include "report/CsvFile.h"
+#include "report/HtmlReport.h"
 #include "report/JsonLines.h"
 #include "startup/HostProbes.h"
+#include "startup/ReportArguments.h"
+#include "startup/ReportFileNames.h"
 
 namespace ostrevin {
 namespace {
 
-constexpr char kUsage[] =
-    "usage: ostrevin-report --accounts VOLUME | ostrevin-report --format jsonl [--account NAME] VOLUME";
 constexpr char kProgram[] = "ostrevin-report: ";
 
-/// Writes the entries of every account of the wanted name; false when there is none.
-bool WriteEntries(std::ostream& output, AccountList& accounts, const std::optional<std::string>& name) {
-    bool found = !name;
-    for (std::int32_t i = 0; i < accounts.Count(); ++i) {
-        if (!name || accounts.AccountName(i) == *name) {
-            found = true;
-            WriteEntryLines(output, accounts, i);
+/// Wants what the command line wants, and tells nobody how far it is.
+class SilentClient : public ReportClient {
+  public:
+    explicit SilentClient(const std::set<ReportSection>& sections) : sections_(sections) {}
+    bool Includes(ReportSection section) override { return sections_.contains(section); }
+    void Opened() override {}
+    void Progress(float /*percent*/, bool /*handleMessages*/) override {}
+
+  private:
+    const std::set<ReportSection>& sections_;
+};
+
+/// One run on an open volume.
+class Reporter {
+  public:
+    Reporter(const ReportRequest& request, Platform& platform, AccountList& accounts)
+        : request_(request), platform_(platform), accounts_(accounts) {}
+
+    void Write(std::ostream& output) {
+        switch (request_.format) {
+            case ReportFormat::Accounts:
+                return WriteAccountLines(output, accounts_);
+            case ReportFormat::JsonLines:
+                return WriteJsonLines(output);
+            case ReportFormat::Csv:
+                return WriteCsvFiles();
+            case ReportFormat::Html:
+                return request_.account ? WriteOneHtml() : WriteAllHtml();
         }
     }
-    return found;
-}
+
+  private:
+    void WriteJsonLines(std::ostream& output) {
+        for (const std::int32_t index : WantedAccounts()) {
+            WriteEntryLines(output, accounts_, index);
+        }
+    }
+    void WriteCsvFiles() {
+        const std::vector<std::int32_t> wanted = WantedAccounts();
+        platform_.CreateOutputFolder(request_.output);
+        for (const ReportSection section : kReportSections) {
+            WriteCsvFile(platform_, accounts_, wanted, section,
+                         InOutput(std::string(NameOf(section)) + ".csv"));
+        }
+    }
+    /// The last account of the name, as the window's dialog has it.
+    void WriteOneHtml() { WriteHtml(WantedAccounts().back(), request_.output); }
+    void WriteAllHtml() {
+        std::vector<std::int32_t> named;
+        for (const std::int32_t index : WantedAccounts()) {
+            if (!accounts_.AccountName(index).empty()) {
+                named.push_back(index);
+            }
+        }
+        if (named.empty()) {
+            throw std::runtime_error(request_.volume + ": no account has a name");
+        }
+        platform_.CreateOutputFolder(request_.output);
+        ReportFileNames names;
+        for (const std::int32_t index : named) {
+            WriteHtml(index, InOutput(names.For(accounts_.AccountName(index), accounts_.AccountSID(index))));
+        }
+    }
+    void WriteHtml(std::int32_t index, const std::string& file) {
+        SilentClient client(request_.sections);
+        HtmlReport(platform_, accounts_, client).Create(index, file);
+    }
+
+    /// The accounts of the wanted name, or all.
+    [[nodiscard]] std::vector<std::int32_t> WantedAccounts() const {
+        std::vector<std::int32_t> wanted;
+        for (std::int32_t i = 0; i < accounts_.Count(); ++i) {
+            if (!request_.account || accounts_.AccountName(i) == *request_.account) {
+                wanted.push_back(i);
+            }
+        }
+        if (request_.account && wanted.empty()) {
+            throw std::runtime_error(request_.volume + ": no account is named " + *request_.account);
+        }
+        return wanted;
+    }
+    [[nodiscard]] std::string InOutput(const std::string& name) const {
+        const bool separated = request_.output.ends_with('/') || request_.output.ends_with('\\');
+        return request_.output + (separated ? "" : "/") + name;
+    }
+
+    const ReportRequest& request_;
+    Platform& platform_;
+    AccountList& accounts_;
+};
 
 void WriteReport(const ReportRequest& request, Platform& platform, std::ostream& output,
                  std::ostream& errors) {
@@ -34,11 +116,7 @@ void WriteReport(const ReportRequest& request, Platform& platform, std::ostream&
         throw std::runtime_error(request.volume + ": its registry has no list of profiles");
     }
     accounts.LoadAccountNamesFromSID();
-    if (request.accounts) {
-        WriteAccountLines(output, accounts);
-    } else if (!WriteEntries(output, accounts, request.account)) {
-        throw std::runtime_error(request.volume + ": no account is named " + *request.account);
-    }
+    Reporter(request, platform, accounts).Write(output);
     if (!output.flush()) {
         throw std::runtime_error("standard output: cannot be written");
     }
@@ -46,44 +124,16 @@ void WriteReport(const ReportRequest& request, Platform& platform, std::ostream&
 
 }  // namespace
 
-std::optional<ReportRequest> ParseReportArguments(const std::vector<std::string>& arguments) {
-    ReportRequest request;
-    bool entries = false;
-    bool haveVolume = false;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& argument = arguments[i];
-        const bool hasValue = i + 1 < arguments.size();
-        if (argument == "--accounts") {
-            request.accounts = true;
-        } else if (argument == "--format" && hasValue && arguments[i + 1] == "jsonl") {
-            entries = true;
-            ++i;
-        } else if (argument == "--account" && hasValue) {
-            request.account = arguments[++i];
-        } else if (!argument.starts_with('-') && !argument.empty() && !haveVolume) {
-            request.volume = argument;
-            haveVolume = true;
-        } else {
-            return std::nullopt;
-        }
-    }
-    if (!haveVolume || request.accounts == entries || (request.accounts && request.account)) {
-        return std::nullopt;
-    }
-    return request;
-}
-
 int RunReport(const std::vector<std::string>& arguments, const OpenPlatform& open, std::ostream& output,
               std::ostream& errors) {
-    const std::optional<ReportRequest> request = ParseReportArguments(arguments);
-    if (!request) {
-        errors << kUsage << '\n';
-        return kReportUsage;
-    }
     try {
-        const std::unique_ptr<Platform> platform = open(request->volume);
-        WriteReport(*request, *platform, output, errors);
+        const ReportRequest request = ParseReportArguments(arguments);
+        const std::unique_ptr<Platform> platform = open(request.volume);
+        WriteReport(request, *platform, output, errors);
         return kReportDone;
+    } catch (const UsageError& error) {
+        errors << kReportUsage << kProgram << error.what() << '\n';
+        return kReportUsageError;
     } catch (const std::exception& failure) {
         errors << kProgram << failure.what() << '\n';
         return kReportCannot;

@@ -1,7 +1,10 @@
 #include <array>
+#include <functional>
 #include <gtest/gtest.h>
+#include <map>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "startup/ReportCommand.h"
@@ -14,9 +17,29 @@ constexpr char kCounts[] =
     "S-1-5-21-1\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\UserAssist\\"
     "{75048700-EF1F-11D0-9888-006097DEACF9}\\Count";
 
+using Files = std::map<std::string, std::string>;
+
+/// A machine whose folder C:\\Out outlives it.
+class Machine : public MemoryPlatform {
+  public:
+    explicit Machine(Files& files) : files_(files) { AddFolder(kOut); }
+    Machine(const Machine&) = delete;
+    Machine& operator=(const Machine&) = delete;
+    ~Machine() override {
+        for (const DirectoryEntry& entry : ListDirectory(kOut)) {
+            const MemoryFile& file = *Find(std::string(kOut) + "\\" + entry.name);
+            files_[entry.name].assign(reinterpret_cast<const char*>(file.bytes.data()), file.bytes.size());
+        }
+    }
+
+  private:
+    static constexpr char kOut[] = "C:\\Out";
+    Files& files_;
+};
+
 /// A machine with a service profile and two people.
-std::unique_ptr<MemoryPlatform> Machine() {
-    auto platform = std::make_unique<MemoryPlatform>();
+std::unique_ptr<MemoryPlatform> MakeMachine(Files& files) {
+    auto platform = std::make_unique<Machine>(files);
     MemoryKey& profiles =
         platform->Root(kLocalMachine).Key("SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList");
     profiles.Key("S-1-5-18").SetText("ProfileImagePath", "%systemroot%\\x", kRegExpandSz);
@@ -51,8 +74,26 @@ class ReportCommandTest : public ::testing::Test {
   protected:
     int Run(const std::vector<std::string>& arguments) {
         return RunReport(
-            arguments, [](const std::string& /*volume*/) { return Machine(); }, output, errors);
+            arguments,
+            [this](const std::string& /*volume*/) {
+                std::unique_ptr<MemoryPlatform> machine = MakeMachine(files);
+                if (prepare) {
+                    prepare(*machine);
+                }
+                return machine;
+            },
+            output, errors);
     }
+    [[nodiscard]] std::vector<std::string> FileNames() const {
+        std::vector<std::string> names;
+        for (const auto& [name, bytes] : files) {
+            names.push_back(name);
+        }
+        return names;
+    }
+
+    std::function<void(MemoryPlatform&)> prepare;
+    Files files;
 
     std::ostringstream output;
     std::ostringstream errors;
@@ -109,6 +150,153 @@ TEST_F(ReportCommandTest, AnOutputThatCannotBeWrittenIsAnError) {
     EXPECT_EQ(errors.str(), "ostrevin-report: standard output: cannot be written\n");
 }
 
+// --- HTML and CSV.
+
+using Strings = std::vector<std::string>;
+
+TEST_F(ReportCommandTest, WritesTheReportOnOneAccount) {
+    EXPECT_EQ(Run({"--format", "html", "--account", "anna", "--output", "C:\\Out\\a.htm", "volume"}), 0);
+    EXPECT_EQ(FileNames(), Strings{"a.htm"});
+    const std::string& report = files["a.htm"];
+    EXPECT_TRUE(report.starts_with("<HTML>\r\n<HEAD>\r\n<TITLE>Ostrevin Report</TITLE>\r\n"));
+    EXPECT_NE(report.find("\r\nanna\r\n</FONT>\r\n<HR/><A HREF=\"#Programs\">"), std::string::npos);
+    EXPECT_NE(report.find("<TR><TD>\r\nC:\\x.exe\r\n</TD>\r\n<TD ALIGN=\"RIGHT\">2</TD>\r\n"),
+              std::string::npos);
+    EXPECT_NE(report.find("\r\nC:\\a \"quoted\".txt\r\n"), std::string::npos);
+    EXPECT_NE(report.find("\r\nhttp://????.example/\t\r\n"), std::string::npos) << "in the code page";
+    EXPECT_TRUE(report.ends_with("</TABLE>\r\n</BODY>\r\n</HTML>\r\n"));
+    EXPECT_EQ(output.str(), "");
+    EXPECT_EQ(errors.str(), "");
+}
+
+TEST_F(ReportCommandTest, WritesTheNamedSectionsAlone) {
+    EXPECT_EQ(Run({"--format", "html", "--sections", "typedurls,programs", "--account", "anna", "--output",
+                   "C:\\Out\\a.htm", "volume"}),
+              0);
+    EXPECT_NE(files["a.htm"].find("<HR/><A HREF=\"#Programs\">Programs</A> | "
+                                  "<A HREF=\"#TypedURLs\">Typed URLs</A><HR/>\r\n"),
+              std::string::npos);
+    EXPECT_EQ(files["a.htm"].find("<A NAME=\"Recent\"/>"), std::string::npos);
+}
+
+TEST_F(ReportCommandTest, OfTwoAccountsWithOneNameTheLaterIsReported) {
+    prepare = [](MemoryPlatform& machine) { machine.accountNames["S-1-5-21-2"] = {"anna"}; };
+    EXPECT_EQ(Run({"--format", "html", "--account", "anna", "--output", "C:\\Out\\a.htm", "volume"}), 0);
+    EXPECT_EQ(files["a.htm"].find("C:\\x.exe"), std::string::npos);
+    EXPECT_NE(files["a.htm"].find("C:\\b.txt"), std::string::npos);
+}
+
+TEST_F(ReportCommandTest, WritesAReportOnEveryNamedAccount) {
+    EXPECT_EQ(Run({"--format", "html", "--output", "C:\\Out", "volume"}), 0);
+    EXPECT_EQ(FileNames(), (Strings{"anna.htm", "ben.htm"})) << "the service's account has no name";
+    EXPECT_NE(files["ben.htm"].find("C:\\b.txt"), std::string::npos);
+}
+
+TEST_F(ReportCommandTest, AccountsOfOneNameKeepTheirReportsApart) {
+    prepare = [](MemoryPlatform& machine) {
+        machine.accountNames["S-1-5-18"] = {"a/b\\c:\x01"};
+        machine.accountNames["S-1-5-21-1"] = {"A_b?c*_"};
+        machine.accountNames["S-1-5-21-2"] = {"..\u0442"};
+    };
+    EXPECT_EQ(Run({"--format", "html", "--output", "C:\\Out/", "volume"}), 0);
+    EXPECT_EQ(FileNames(), (Strings{"A_b_c__ S-1-5-21-1.htm", "_.\u0442.htm", "a_b_c__.htm"}));
+    EXPECT_NE(files["A_b_c__ S-1-5-21-1.htm"].find("\r\nA_b?c*_\r\n</FONT>"), std::string::npos);
+}
+
+TEST_F(ReportCommandTest, AVeryLongNameIsCut) {
+    prepare = [](MemoryPlatform& machine) {
+        std::string name;
+        for (int i = 0; i < 500; ++i) {
+            name += "\u0442";
+        }
+        machine.accountNames["S-1-5-21-1"] = {name};
+        machine.accountNames["S-1-5-21-2"] = {name};
+    };
+    EXPECT_EQ(Run({"--format", "html", "--output", "C:\\Out", "volume"}), 0);
+    EXPECT_EQ(files.size(), 2U);
+    for (const auto& [name, bytes] : files) {
+        EXPECT_LE(name.size(), 255U);
+    }
+}
+
+TEST_F(ReportCommandTest, WithoutANamedAccountThereIsNothingToReport) {
+    prepare = [](MemoryPlatform& machine) { machine.accountNames.clear(); };
+    EXPECT_EQ(Run({"--format", "html", "--output", "C:\\Out", "volume"}), 1);
+    EXPECT_EQ(errors.str(), "ostrevin-report: volume: no account has a name\n");
+}
+
+TEST_F(ReportCommandTest, WritesAFileForEachSource) {
+    prepare = [](MemoryPlatform& machine) {
+        machine.accountNames["S-1-5-21-2"] = {"ben, \"the\r\nsecond\""};
+    };
+    EXPECT_EQ(Run({"--format", "csv", "--output", "C:\\Out", "volume"}), 0);
+    EXPECT_EQ(files, (Files{{"programs.csv",
+                             "sid,account,source,name,type,value,runCount,lastRun\r\n"
+                             "S-1-5-21-1,anna,UserAssist,UEME_RUNPATH:C:\\x.exe,UEME_RUNPATH,"
+                             "C:\\x.exe,2,2009-08-04T15:22:18\r\n"},
+                            {"recent.csv",
+                             "sid,account,source,file,path\r\n"
+                             "S-1-5-21-1,anna,RecentDocument,a.lnk,\"C:\\a \"\"quoted\"\".txt\"\r\n"},
+                            {"opensave.csv",
+                             "sid,account,source,document\r\n"
+                             "S-1-5-21-2,\"ben, \"\"the\r\nsecond\"\"\",OpenSave,C:\\b.txt\r\n"},
+                            {"iehistory.csv", "sid,account,source,url,dateAccessed\r\n"},
+                            {"typedurls.csv",
+                             "sid,account,source,url\r\n"
+                             "S-1-5-21-1,anna,TypedURL,http://\u0442\u0435\u0441\u0442.example/\t\r\n"}}));
+}
+
+TEST_F(ReportCommandTest, WritesTheRowsOfOneAccountAlone) {
+    EXPECT_EQ(Run({"--format", "csv", "--account", "ben", "--output", "C:\\Out", "volume"}), 0);
+    EXPECT_EQ(files["programs.csv"], "sid,account,source,name,type,value,runCount,lastRun\r\n");
+    EXPECT_EQ(files["opensave.csv"], "sid,account,source,document\r\nS-1-5-21-2,ben,OpenSave,C:\\b.txt\r\n");
+}
+
+TEST_F(ReportCommandTest, NothingIsWrittenForAnUnknownAccount) {
+    for (const char* format : {"html", "csv"}) {
+        errors.str("");
+        EXPECT_EQ(Run({"--format", format, "--account", "Ben", "--output", "C:\\Out\\new", "volume"}), 1);
+        EXPECT_EQ(errors.str(), "ostrevin-report: volume: no account is named Ben\n");
+        EXPECT_TRUE(files.empty());
+    }
+}
+
+TEST_F(ReportCommandTest, AFolderIsMadeWhereItIsMissing) {
+    EXPECT_EQ(Run({"--format", "csv", "--output", "C:\\Out\\new", "volume"}), 0);
+    EXPECT_EQ(FileNames(), Strings{"new"});
+    EXPECT_EQ(Run({"--format", "html", "--output", "C:\\Out\\none\\new", "volume"}), 1);
+    EXPECT_EQ(errors.str(), "ostrevin-report: Path/File access error: C:\\Out\\none\\new\n");
+}
+
+TEST_F(ReportCommandTest, AFileThatCannotBeWrittenIsAnErrorOfOneLine) {
+    prepare = [](MemoryPlatform& machine) { machine.freeBytes = 20; };
+    EXPECT_EQ(Run({"--format", "html", "--account", "anna", "--output", "C:\\Out\\a.htm", "volume"}), 1);
+    EXPECT_EQ(errors.str(), "ostrevin-report: Path/File access error: C:\\Out\\a.htm\n");
+    errors.str("");
+    EXPECT_EQ(Run({"--format", "csv", "--output", "C:\\Out", "volume"}), 1);
+    EXPECT_EQ(errors.str(), "ostrevin-report: Path/File access error: C:\\Out/programs.csv\n");
+}
+
+TEST_F(ReportCommandTest, AWrongSelectionIsTold) {
+    const Strings html = {"--format", "html", "--output", "C:\\Out", "volume"};
+    const std::vector<std::pair<Strings, std::string>> cases = {
+        {{"--sections", ""}, "--sections: there is no section \"\""},
+        {{"--sections", "programs,"}, "--sections: there is no section \"\""},
+        {{"--sections", "Programs"}, "--sections: there is no section \"Programs\""},
+        {{"--sections", "recent,recent"}, "--sections: recent is named twice"},
+        {{"--output", "C:\\Out"}, "--output is given twice"},
+        {{"--accounts"}, "--accounts does not go with the rest"},
+    };
+    for (const auto& [more, reason] : cases) {
+        errors.str("");
+        Strings arguments = html;
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        EXPECT_EQ(Run(arguments), 2) << reason;
+        EXPECT_TRUE(errors.str().ends_with("\nostrevin-report: " + reason + "\n")) << errors.str();
+        EXPECT_TRUE(files.empty());
+    }
+}
+
 TEST_F(ReportCommandTest, WrongUsageIsTold) {
     for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
              {},
@@ -122,6 +310,14 @@ TEST_F(ReportCommandTest, WrongUsageIsTold) {
              {"--accounts", "volume", "another"},
              {"--format", "jsonl", "volume", "--account"},
              {"--what", "volume"},
+             {"--format", "", "volume"},
+             {"--format", "html", "volume"},
+             {"--format", "html", "--output", "", "volume"},
+             {"--format", "html", "--output", "C:\\Out"},
+             {"--format", "csv", "volume"},
+             {"--format", "csv", "--output", "C:\\Out", "--sections", "recent", "volume"},
+             {"--format", "jsonl", "--output", "C:\\Out", "volume"},
+             {"--format", "jsonl", "--format", "jsonl", "volume"},
          }) {
         errors.str("");
         EXPECT_EQ(Run(arguments), 2);
