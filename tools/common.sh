@@ -8,6 +8,7 @@
     kBuildPackages=(
         cmake g++ ninja-build qt6-base-dev librsvg2-bin fonts-dejavu-core
         qt6-image-formats-plugins # previews of TIFF and WebP pictures
+        fp-utils-3.2.2            # the compiler of the manual's help file
     )
     # A virtual screen to show the window on, a window manager to close it, and the camera.
     kVirtualDisplayPackages=(blackbox imagemagick wmctrl xauth xvfb)
@@ -15,7 +16,7 @@
         clang clang-format libclang-rt-14-dev llvm # sanitizers, fuzzing, style
         libbenchmark-dev libgtest-dev
         chromium # to read the reports
-        libhivex-bin liblnk-utils libmsiecf-utils libregf-utils reglookup # independent readers to compare with
+        libchm-bin libhivex-bin liblnk-utils libmsiecf-utils libregf-utils reglookup # independent readers to compare with
     )
     kLintPackages=(clang-tidy shellcheck)
 }
