@@ -211,6 +211,7 @@ void frmMain::FillList(std::size_t place, const std::string& sid,
     filters_[place].ResetFilter();
     list.SetTag(sid);
     list.Clear();
+    ForgetPreview(list);
     const bool sorted = list.Sorted();
     list.SetSorted(false);
     addEntries(FindAccount(sid));

@@ -126,6 +126,8 @@ class frmMain : public Form {
     void LayOutPages();
     void LayOutDocumentPage(const DocumentPage& page);
     [[nodiscard]] bool ShowsPreview() const;
+    /// Empties the preview beside a list in which nothing is selected any more.
+    void ForgetPreview(const ListView& list);
     [[nodiscard]] std::size_t SelectedList() const;
     [[nodiscard]] ListView& ListAt(std::size_t place);
     void CreateReport();

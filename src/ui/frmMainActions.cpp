@@ -50,6 +50,14 @@ PicturePtr frmMain::ThumbnailFor(const DocumentPage& page) {
     return made ? thumbnails_.Picture() : nullptr;
 }
 
+void frmMain::ForgetPreview(const ListView& list) {
+    for (const DocumentPage* page : {&recentPage_, &openSavePage_}) {
+        if (&page->list == &list && list.SelectedItem() == nullptr) {
+            page->thumbnail.SetPicture(nullptr);
+        }
+    }
+}
+
 void frmMain::lstProgram_DblClick() {
     const ListItem* item = lstProgram.SelectedItem();
     if (item != nullptr && FileExists(parts_.platform, item->Text())) {

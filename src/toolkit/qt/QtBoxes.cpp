@@ -66,16 +66,23 @@ class PictureWidget : public QFrame {
     void leaveEvent(QEvent* /*event*/) override { unsetCursor(); }
 
   private:
-    /// One point of the picture to one of the screen, in the middle of the box.
+    /// One point of the picture to one of the screen, in the middle of the box; smaller where the box has
+    /// become too small for it.
     void PaintPoints(QPainter& painter, const ostrevin::Picture& picture) {
-        QImage image(reinterpret_cast<const uchar*>(picture.pixels.data()), picture.width, picture.height,
-                     QImage::Format_ARGB32);
-        image.setDevicePixelRatio(devicePixelRatioF());
-        const QSizeF size = image.deviceIndependentSize();
-        const QPointF corner((width() - size.width()) / 2, (height() - size.height()) / 2);
+        const QImage image(reinterpret_cast<const uchar*>(picture.pixels.data()), picture.width,
+                           picture.height, QImage::Format_ARGB32);
         const double ratio = devicePixelRatioF();
+        QSizeF size = QSizeF(image.size()) / ratio;
+        const QRectF inside = contentsRect();
+        if (size.width() > inside.width() || size.height() > inside.height()) {
+            size.scale(inside.size(), Qt::KeepAspectRatio);
+        }
+        const auto onPoint = [ratio](double place) { return std::floor(place * ratio) / ratio; };
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(
-            QPointF(std::floor(corner.x() * ratio) / ratio, std::floor(corner.y() * ratio) / ratio), image);
+            QRectF(QPointF(onPoint((width() - size.width()) / 2), onPoint((height() - size.height()) / 2)),
+                   size),
+            image);
     }
     void Raise(const Event<int, int, double, double>& event, const QMouseEvent& mouse, int buttons) {
         const QPointF place = toolkit_.Confine(mapToGlobal(mouse.position()));

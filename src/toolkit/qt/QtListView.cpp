@@ -27,6 +27,12 @@ class RoomyStyle : public QProxyStyle {
                    ? kCellMargin
                    : QProxyStyle::pixelMetric(metric, option, widget);
     }
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                         const QWidget* widget) const override {
+        constexpr int kRowMargin = 4;
+        const QSize plain = QProxyStyle::sizeFromContents(type, option, size, widget);
+        return type == CT_ItemViewItem ? plain + QSize(0, kRowMargin) : plain;
+    }
 };
 
 /// The headers of the columns, for the keyboard too: the arrows choose a column, the space bar clicks it.
