@@ -202,10 +202,11 @@ void ListView::Sort() {
     std::partial_sum(rowOfRank.begin(), rowOfRank.end(), rowOfRank.begin());
     std::vector<std::unique_ptr<ListItem>> sorted(items_.size());
     for (std::size_t i = 0; i < items_.size(); ++i) {
-        sorted[rowOfRank[ranks[i]]++] = std::move(items_[i]);
+        const std::size_t row = rowOfRank[ranks[i]]++;
+        items_[i]->row_ = row;
+        sorted[row] = std::move(items_[i]);
     }
     items_ = std::move(sorted);
-    NumberRows();
     RowsChanged();
 }
 

@@ -27,15 +27,16 @@ struct Contents {
 };
 
 Contents ContentsOf(std::span<const std::string_view> texts) {
-    Contents contents;
+    unsigned letters = 0;
+    unsigned others = 0;
     for (const std::string_view text : texts) {
         for (const char character : text) {  // to the end, without a branch: many characters at once
             const auto byte = static_cast<unsigned char>(character);
-            contents.letters |= IsLetter(byte);
-            contents.others |= !IsPrintable(byte);
+            letters |= static_cast<unsigned>(IsLetter(byte));
+            others |= static_cast<unsigned>(!IsPrintable(byte));
         }
     }
-    return contents;
+    return {letters != 0, others != 0};
 }
 
 /// A text by its number, from 0, in an order of texts.
@@ -90,11 +91,15 @@ class WeightSort {
 
     /// The weights of the next characters, the first in the highest byte; 0 behind the end of the text.
     [[nodiscard]] std::uint64_t KeyAt(std::string_view text, std::size_t place) const {
-        std::uint64_t key = 0;
-        for (std::size_t i = place; i < place + kCharactersOfKey; ++i) {
-            key = key << 8U | (i < text.size() ? weights_[static_cast<unsigned char>(text[i])] : 0U);
+        if (place >= text.size()) {
+            return 0;
         }
-        return key;
+        const std::string_view part = text.substr(place, kCharactersOfKey);
+        std::uint64_t key = 0;
+        for (const char character : part) {
+            key = key << 8U | weights_[static_cast<unsigned char>(character)];
+        }
+        return key << 8U * (kCharactersOfKey - part.size());
     }
 
     void SortRun(const Run& run) {
@@ -102,7 +107,9 @@ class WeightSort {
         for (OrderedText& text : texts) {
             text.key = KeyAt(texts_[text.number], run.characters);
         }
-        std::ranges::sort(texts, {}, &OrderedText::key);
+        if (!std::ranges::is_sorted(texts, {}, &OrderedText::key)) {  // many begin alike
+            std::ranges::sort(texts, {}, &OrderedText::key);
+        }
         for (std::size_t first = run.begin; first < run.end;) {
             const std::uint64_t key = order_[first].key;
             const bool textEnds = (key & 0xFFU) == 0;
