@@ -11,12 +11,12 @@
 namespace ostrevin::samples {
 namespace {
 
-/// The picture's pixels as ImageMagick decodes them.
+/// The picture's pixels as ImageMagick decodes and turns them.
 std::vector<int> Decoded(const std::vector<std::byte>& file) {
     const TestFile input(file);
     std::vector<int> levels;
     const std::vector<std::string> lines =
-        LinesOf({"convert", input.Path(), "-compress", "none", "-depth", "8", "ppm:-"});
+        LinesOf({"convert", input.Path(), "-auto-orient", "-compress", "none", "-depth", "8", "ppm:-"});
     std::string text;
     for (const std::string& line : lines) {
         text += line + " ";
@@ -50,6 +50,15 @@ TEST(PicturesTest, AnIndependentDecoderSeesThem) {
         EXPECT_LE(LargestDifference(picture, Decoded(EncodeGif(picture))), 26);  // half a step of the palette
         EXPECT_LE(LargestDifference(picture, Decoded(EncodeJpeg(picture))), 40);
     }
+}
+
+TEST(PicturesTest, AnIndependentDecoderTurnsAPhotographUpright) {
+    OSTREVIN_NEED("convert", "imagemagick");
+    const Picture upright = Paint(Scene::Mountains, 37, 53);
+    EXPECT_LE(LargestDifference(upright, Decoded(EncodePhotograph(upright))), 40);
+    EXPECT_NE(EncodePhotograph(upright), EncodeJpeg(upright)) << "it is stored on its side";
+    const Picture lying = Paint(Scene::Mountains, 53, 37);
+    EXPECT_EQ(EncodePhotograph(lying), EncodeJpeg(lying));
 }
 
 }  // namespace

@@ -59,6 +59,7 @@ constexpr auto kDocuments = std::to_array<DocumentEntry>({
     {"~\\My Documents\\passwords - to be deleted.txt", Use::kGone},
     {"~\\My Documents\\My Pictures\\Summer party\\terrace.jpg"},
     {"~\\My Documents\\My Pictures\\Summer party\\sunset.jpg"},
+    {"~\\My Documents\\My Pictures\\Summer party\\lawn.jpg"},
     {"~\\My Documents\\My Pictures\\Summer party\\everyone.jpg", Use::kGone},
     {"~\\My Documents\\My Pictures\\new logo.png"},
     {"~\\My Documents\\My Pictures\\old logo.gif"},

@@ -114,7 +114,7 @@ std::vector<std::byte> DocumentBytes(std::string_view path, std::span<const std:
         return EncodeGif(PictureOf(number));
     }
     if (extension == "jpg") {
-        return EncodeJpeg(PictureOf(number));
+        return EncodePhotograph(PictureOf(number));
     }
     if (extension == "rtf" || extension == "doc") {
         return Bytes(RichText(text));

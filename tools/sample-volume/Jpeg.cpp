@@ -218,9 +218,34 @@ void WriteTables(ByteBuffer& out) {
     Segment(out, 0xC4, codes);
 }
 
-}  // namespace
+// The orientation tag of a picture that has to be turned clockwise, by the Exif specification.
+ByteBuffer TurnClockwise() {
+    ByteBuffer exif;
+    exif.TextZ("Exif");
+    exif.U8(0);
+    exif.Text("II*");  // the byte order, and the number that makes sure of it
+    exif.U8(0);
+    exif.U32(8);       // where the directory begins
+    exif.U16(1);       // its entries
+    exif.U16(0x0112);  // the orientation
+    exif.U16(3);       // of 16 bits
+    exif.U32(1);       // one of them
+    exif.U32(6);
+    exif.U32(0);  // no other directory
+    return exif;
+}
 
-std::vector<std::byte> EncodeJpeg(const Picture& picture) {
+Picture TurnedCounterclockwise(const Picture& picture) {
+    Picture turned{picture.height, picture.width, {}};
+    for (std::size_t y = 0; y < turned.height; ++y) {
+        for (std::size_t x = 0; x < turned.width; ++x) {
+            turned.pixels.push_back(picture.At(picture.width - 1 - y, x));
+        }
+    }
+    return turned;
+}
+
+std::vector<std::byte> Encode(const Picture& picture, bool turnClockwise) {
     ByteBuffer out;
     out.U8(0xFF);
     out.U8(0xD8);
@@ -232,6 +257,9 @@ std::vector<std::byte> EncodeJpeg(const Picture& picture) {
     U16BigEndian(jfif, 96);
     jfif.U16(0);
     Segment(out, 0xE0, jfif);
+    if (turnClockwise) {
+        Segment(out, 0xE1, TurnClockwise());
+    }
     WriteTables(out);
     ByteBuffer frame;
     frame.U8(8);
@@ -256,6 +284,17 @@ std::vector<std::byte> EncodeJpeg(const Picture& picture) {
     out.U8(0xFF);
     out.U8(0xD9);
     return out.Take();
+}
+
+}  // namespace
+
+std::vector<std::byte> EncodeJpeg(const Picture& picture) {
+    return Encode(picture, false);
+}
+
+std::vector<std::byte> EncodePhotograph(const Picture& picture) {
+    return picture.height > picture.width ? Encode(TurnedCounterclockwise(picture), true)
+                                          : Encode(picture, false);
 }
 
 }  // namespace ostrevin::samples

@@ -34,5 +34,7 @@ std::vector<std::byte> EncodePng(const Picture& picture);   ///< 24-bit, not com
 std::vector<std::byte> EncodeBmp(const Picture& picture);   ///< 24-bit
 std::vector<std::byte> EncodeGif(const Picture& picture);   ///< 216 colours, not compressed
 std::vector<std::byte> EncodeJpeg(const Picture& picture);  ///< baseline, colours at full resolution
+/// JPEG as a camera stores it: an upright picture lies on its side, with a tag that tells how to turn it.
+std::vector<std::byte> EncodePhotograph(const Picture& picture);
 
 }  // namespace ostrevin::samples
