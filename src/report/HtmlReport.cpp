@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "platform/Paths.h"
-#include "platform/Text.h"
 #include "report/LineFile.h"
 
 namespace ostrevin {
@@ -61,11 +60,6 @@ const SectionText& TextOf(ReportSection section) {
     return kSections.at(static_cast<std::size_t>(section));
 }
 
-bool IsProgram(const UserAssistList& source, std::int32_t index) {
-    return source.UserAssistType(index).find("RUNPATH") != std::string::npos &&
-           UpperCase(source.UserAssistValue(index)).find("EXE") != std::string::npos;
-}
-
 /// One run of the writer.
 class ReportFile {
   public:
@@ -102,7 +96,7 @@ class ReportFile {
 
   private:
     void WriteRow(const UserAssistList& source, std::int32_t index) {
-        if (!IsProgram(source, index)) {
+        if (!source.IsProgram(index)) {
             return;
         }
         const bool accessible = WritePath(source.UserAssistValue(index));

@@ -92,6 +92,11 @@ std::string UserAssistList::UserAssistValue(std::int32_t index) const {
     return entry == nullptr ? std::string() : entry->value;
 }
 
+bool UserAssistList::IsProgram(std::int32_t index) const {
+    return UserAssistType(index).find("RUNPATH") != std::string::npos &&
+           UpperCase(UserAssistValue(index)).find("EXE") != std::string::npos;
+}
+
 std::int32_t UserAssistList::UserAssistRunCount(std::int32_t index) const {
     const Entry* entry = At(index);
     return entry == nullptr ? -1 : entry->runCount;

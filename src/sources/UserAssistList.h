@@ -35,6 +35,9 @@ class UserAssistList {
     /// Local date; -1.0 when the index is out of range.
     [[nodiscard]] double UserAssistLastRun(std::int32_t index) const;
 
+    /// Whether the entry is a program that was started, and no shortcut, control panel item or the like.
+    [[nodiscard]] bool IsProgram(std::int32_t index) const;
+
     /// Appends the entries of the account whose hive stands under HKEY_USERS as sid. Always returns false. A
     /// run count below the smallest 32-bit integer raises RuntimeError 6 (overflow) and ends the load; what
     /// was read stays.

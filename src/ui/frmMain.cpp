@@ -34,11 +34,6 @@ std::string KeyOf(std::int32_t position) {
     return std::to_string(position) + "KEY";
 }
 
-bool IsProgram(const UserAssistList& source, std::int32_t position) {
-    return source.UserAssistType(position).find("RUNPATH") != std::string::npos &&
-           UpperCase(source.UserAssistValue(position)).find("EXE") != std::string::npos;
-}
-
 bool IsPage(std::string_view url) {
     return url.starts_with("about") || url.starts_with("http") || url.starts_with("file");
 }
@@ -228,7 +223,7 @@ void frmMain::FillPrograms(const std::string& sid) {
     FillList(0, sid, [this](std::int32_t account) {
         const UserAssistList* source = parts_.accounts.UserAssist(account);
         for (std::int32_t j = 0; source != nullptr && j < source->Count(); ++j) {
-            if (!IsProgram(*source, j)) {
+            if (!source->IsProgram(j)) {
                 continue;
             }
             ListItem& item = lstProgram.Add(KeyOf(j), source->UserAssistValue(j));

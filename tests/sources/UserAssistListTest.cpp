@@ -355,6 +355,24 @@ TEST_F(UserAssistListTest, SortsWholeEntriesByValue) {
     EXPECT_EQ(LastRun(2), "8/4/2009");
 }
 
+TEST_F(UserAssistListTest, OnlyProgramsThatWereStartedArePrograms) {
+    MemoryKey& key = platform.Root(kUsers).Key(kFirst);
+    const auto add = [&](const std::string& name) {
+        key.SetData(Rot13(name), kRegBinary, Data(6, samples::FileTimeOf({2009, 8, 4})));
+    };
+    add("UEME_RUNPATH:C:\\A\\b.Exe");
+    add("UEME_RUNPATH:C:\\EXERCISE\\a.txt");
+    add("UEME_RUNPATH:C:\\a.txt");
+    add("UEME_RUNPIDL:C:\\a.exe");
+    add("UEME_RUNCPL:exe.cpl");
+    list.LoadUserAssist(kSid);
+    std::vector<bool> programs;
+    for (std::int32_t i = -1; i <= list.Count(); ++i) {
+        programs.push_back(list.IsProgram(i));
+    }
+    EXPECT_EQ(programs, (std::vector<bool>{false, true, true, false, false, false, false}));
+}
+
 TEST_F(UserAssistListTest, IndexesOutOfRangeHaveTheirOwnResults) {
     Fill(kFirst, "v", 1);
     for (const int round : {0, 1}) {
