@@ -86,13 +86,15 @@ std::string Table(std::size_t number) {
     return out;
 }
 
-Picture PictureOf(std::size_t number) {
-    constexpr std::array<Scene, 4> kScenes = {Scene::Sunset, Scene::Mountains, Scene::Chart, Scene::Quilt};
+constexpr std::array kViews = {Scene::Sunset, Scene::Mountains};
+constexpr std::array kDrawings = {Scene::Chart, Scene::Quilt};
+
+Picture PictureOf(std::size_t number, std::span<const Scene> scenes) {
     // Upright, square and lying ones.
     constexpr std::array<std::array<std::size_t, 2>, 4> kSizes = {
         {{320, 240}, {240, 320}, {200, 200}, {400, 150}}};
-    const auto [width, height] = kSizes[number / kScenes.size() % kSizes.size()];
-    return Paint(kScenes[number % kScenes.size()], width, height);
+    const auto [width, height] = kSizes[number / kSizes.size() % kSizes.size()];
+    return Paint(scenes[number % scenes.size()], width, height);
 }
 
 }  // namespace
@@ -105,16 +107,16 @@ std::vector<std::byte> DocumentBytes(std::string_view path, std::span<const std:
     }
     const std::string extension = Extension(path);
     if (extension == "png") {
-        return EncodePng(PictureOf(number));
+        return EncodePng(PictureOf(number, kDrawings));
     }
     if (extension == "bmp") {
-        return EncodeBmp(PictureOf(number));
+        return EncodeBmp(PictureOf(number, kDrawings));
     }
     if (extension == "gif") {
-        return EncodeGif(PictureOf(number));
+        return EncodeGif(PictureOf(number, kDrawings));
     }
     if (extension == "jpg") {
-        return EncodePhotograph(PictureOf(number));
+        return EncodePhotograph(PictureOf(number, kViews));
     }
     if (extension == "rtf" || extension == "doc") {
         return Bytes(RichText(text));
