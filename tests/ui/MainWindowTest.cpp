@@ -1,112 +1,28 @@
-// The main window, driven without a toolkit.
+// The main window's tree, tabs, lists, menus and status bar.
 #include <array>
-#include <gtest/gtest.h>
+#include <cstdint>
 #include <string>
-#include <vector>
+#include <utility>
 
-#include "accounts/AccountList.h"
-#include "settings/AppSettings.h"
-#include "settings/IniFile.h"
-#include "tests/support/MemoryPlatform.h"
-#include "tests/support/ScratchFolder.h"
-#include "tests/support/TestToolkit.h"
-#include "ui/frmMain.h"
+#include "tests/support/Profiles.h"
+#include "tests/ui/MainWindowFixture.h"
 
 namespace ostrevin {
 namespace {
 
-using Strings = std::vector<std::string>;
+constexpr char kCarl[] = "S-1-5-21-1-2-3-1003";
+constexpr std::uint64_t kHour = 36000000000ULL;
 
-constexpr char kAnna[] = "S-1-5-21-1-2-3-1001";
-constexpr char kBen[] = "S-1-5-21-1-2-3-1002";
-constexpr char kService[] = "S-1-5-18";
+/// The suffixes of the nodes' keys, in the order of the tabs, and the lists that they lead to.
+constexpr std::array<std::pair<const char*, ListView frmMain::*>, 5> kSources = {{
+    {":PROGRAMS", &frmMain::lstProgram},
+    {":RECENT", &frmMain::lstRecent},
+    {":OPENSAVE", &frmMain::lstOpenSave},
+    {":IEHISTORY", &frmMain::lstIEHistory},
+    {":TYPEDURLS", &frmMain::lstTypedURL},
+}};
 
-constexpr char kCounts[] =
-    "\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\UserAssist\\{75048700-EF1F-11D0-9888-"
-    "006097DEACF9}"
-    "\\Count";
-constexpr char kTyped[] = "\\Software\\Microsoft\\Internet Explorer\\TypedURLs";
-constexpr char kDialogs[] =
-    "\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\ComDlg32\\OpenSaveMRU\\txt";
-
-/// A count as stored: runs is what the program shows.
-std::array<std::byte, 16> CountData(std::uint32_t runs, std::uint64_t lastRun) {
-    std::array<std::byte, 16> data{};
-    for (std::size_t i = 0; i < 4; ++i) {
-        data[4 + i] = static_cast<std::byte>((runs + 5) >> (8 * i));
-    }
-    for (std::size_t i = 0; i < 8; ++i) {
-        data[8 + i] = static_cast<std::byte>(lastRun >> (8 * i));
-    }
-    return data;
-}
-
-// 2009-08-04 15:22:18 UTC.
-constexpr std::uint64_t kSomeDay = 128938729380000000ULL;
-
-class MainWindowTest : public ::testing::Test {
-  protected:
-    MainWindowTest() {
-        AddAccount(kService, "", "%systemroot%\\system32\\config\\systemprofile");
-        AddAccount(kAnna, "anna", "C:\\Documents and Settings\\anna");
-        AddAccount(kBen, "ben", "C:\\Documents and Settings\\ben");
-        for (const char* sid : {kAnna, kBen}) {
-            const std::string key = sid;
-            MemoryKey& counts = platform.Root(kUsers).Key(key + kCounts);
-            counts.SetData("HRZR_EHACNGU:P:\\" + key + ".rkr", kRegBinary, CountData(3, kSomeDay));
-            platform.Root(kUsers).Key(key + kTyped).SetText("url1", "http://" + key + ".example/");
-            platform.Root(kUsers)
-                .Key(key + kDialogs)
-                .SetText("MRUList", "a")
-                .SetText("a", "C:\\" + key + ".txt");
-        }
-        platform.specialFolders[8] = "C:\\Documents and Settings\\anna\\Recent";
-        for (const char* name : {"anna", "ben"}) {
-            MemoryShortcut shortcut;
-            shortcut.target = std::string("C:\\") + name + ".doc";
-            platform.AddShortcut(std::string("C:\\Documents and Settings\\") + name + "\\Recent\\x.lnk",
-                                 shortcut);
-        }
-        ini.SetINIFileName(folder.Path("ostrevin.ini"));
-    }
-
-    void AddAccount(const std::string& sid, const std::string& name, const std::string& profile) {
-        platform.Root(kLocalMachine)
-            .Key("SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList\\" + sid)
-            .SetText("ProfileImagePath", profile, kRegExpandSz);
-        if (!name.empty()) {
-            platform.accountNames[sid] = {name};
-        }
-    }
-    MemoryKey& Counts(const std::string& sid) { return platform.Root(kUsers).Key(sid + kCounts); }
-
-    void Show() {
-        settings.SetINI(&ini);
-        accounts.LoadAccountSIDSFromRegistry();
-        accounts.LoadAccountNamesFromSID();
-        window.Show();
-    }
-    void Click(const std::string& key) { window.treeUsers.ClickNode(window.treeUsers.Node(key)); }
-    [[nodiscard]] static Strings Texts(const ListView& list) {
-        Strings texts;
-        for (std::size_t i = 1; i <= list.ItemCount(); ++i) {
-            texts.push_back(list.Item(i).Text());
-        }
-        return texts;
-    }
-    [[nodiscard]] std::string Selected() const {
-        return window.treeUsers.SelectedItem() == nullptr ? "" : window.treeUsers.SelectedItem()->Key();
-    }
-
-    ScratchFolder folder;
-    MemoryPlatform platform;
-    testing::TestToolkit toolkit;
-    IniFile ini;
-    AppSettings settings;
-    AccountList accounts{platform,
-                         {"anna", [] { return std::string("anna"); }, [](const std::string& /*line*/) {}}};
-    frmMain window{toolkit, {platform, settings, accounts}};
-};
+class MainWindowTest : public MainWindowFixture {};
 
 TEST_F(MainWindowTest, TreeHasTheNamedAccountsWithTheirFiveSources) {
     Show();
@@ -204,31 +120,24 @@ TEST_F(MainWindowTest, AnAccountNodeChangesNothingInTheLists) {
 
 TEST_F(MainWindowTest, ASourceNodeSelectsItsTabAndFillsItsList) {
     Show();
-    const std::array<std::pair<const char*, const ListView*>, 5> sources = {{
-        {":RECENT", &window.lstRecent},
-        {":OPENSAVE", &window.lstOpenSave},
-        {":IEHISTORY", &window.lstIEHistory},
-        {":TYPEDURLS", &window.lstTypedURL},
-        {":PROGRAMS", &window.lstProgram},
-    }};
-    const std::array<int, 5> tabs = {2, 3, 4, 5, 1};
-    for (std::size_t i = 0; i < sources.size(); ++i) {
-        Click(std::string(kAnna) + sources[i].first);
-        EXPECT_TRUE(window.TabStrip.Selected(tabs[i]));
-        EXPECT_EQ(sources[i].second->Tag(), kAnna);
-        for (int tab = 1; tab <= 5; ++tab) {
-            EXPECT_EQ(window.fraTab[static_cast<std::size_t>(tab - 1)].Visible(), tab == tabs[i]);
+    for (const std::size_t place : {1U, 2U, 3U, 4U, 0U}) {
+        const auto& [suffix, list] = kSources.at(place);
+        Click(kAnna + std::string(suffix));
+        EXPECT_TRUE(window.TabStrip.Selected(static_cast<int>(place) + 1));
+        EXPECT_EQ((window.*list).Tag(), kAnna);
+        for (std::size_t page = 0; page < window.fraTab.size(); ++page) {
+            EXPECT_EQ(window.fraTab.at(page).Visible(), page == place);
         }
     }
-    EXPECT_EQ(Texts(window.lstProgram), (Strings{std::string("C:\\") + Rot13(kAnna) + ".exe"}));
+    EXPECT_EQ(Texts(window.lstProgram), (Strings{"C:\\anna.exe"}));
     EXPECT_EQ(Texts(window.lstRecent), (Strings{"C:\\anna.doc"}));
-    EXPECT_EQ(Texts(window.lstOpenSave), (Strings{std::string("C:\\") + kAnna + ".txt"}));
-    EXPECT_EQ(Texts(window.lstTypedURL), (Strings{std::string("http://") + kAnna + ".example/"}));
+    EXPECT_EQ(Texts(window.lstOpenSave), (Strings{"C:\\anna.txt"}));
+    EXPECT_EQ(Texts(window.lstTypedURL), (Strings{"http://anna.example/"}));
 }
 
 TEST_F(MainWindowTest, ATabFollowsTheAccountInTheTree) {
     Show();
-    Click(std::string(kAnna) + ":PROGRAMS");
+    ClickPrograms(kAnna);
     window.TabStrip.Select(4);
     EXPECT_EQ(Selected(), std::string(kAnna) + ":IEHISTORY");
     EXPECT_EQ(window.lstIEHistory.Tag(), kAnna);
@@ -238,6 +147,17 @@ TEST_F(MainWindowTest, ATabFollowsTheAccountInTheTree) {
     EXPECT_EQ(window.lstTypedURL.Tag(), kBen);
 }
 
+TEST_F(MainWindowTest, EveryTabHasItsNode) {
+    Show();
+    Click(kBen);
+    for (const std::size_t place : {4U, 3U, 2U, 1U, 0U}) {
+        const auto& [suffix, list] = kSources.at(place);
+        window.TabStrip.Select(static_cast<int>(place) + 1);
+        EXPECT_EQ(Selected(), kBen + std::string(suffix));
+        EXPECT_EQ((window.*list).Tag(), kBen);
+    }
+}
+
 TEST_F(MainWindowTest, ATabWithoutAChosenNodeOnlyShowsItsPage) {
     Show();
     window.TabStrip.Select(3);
@@ -245,18 +165,19 @@ TEST_F(MainWindowTest, ATabWithoutAChosenNodeOnlyShowsItsPage) {
     EXPECT_FALSE(window.fraTab[0].Visible());
     EXPECT_EQ(window.lstOpenSave.Tag(), "");
     EXPECT_EQ(Selected(), "");
+    EXPECT_TRUE(platform.hivesLoaded.empty());
 }
 
 TEST_F(MainWindowTest, AListIsReadAgainOnlyForAnotherAccount) {
     Show();
-    Click(std::string(kAnna) + ":PROGRAMS");
+    ClickPrograms(kAnna);
     window.lstProgram.Add("", "left by somebody");
-    Click(std::string(kAnna) + ":PROGRAMS");
+    ClickPrograms(kAnna);
     window.TabStrip.Select(2);
     window.TabStrip.Select(1);
     EXPECT_EQ(window.lstProgram.ItemCount(), 2U);
-    Click(std::string(kBen) + ":PROGRAMS");
-    EXPECT_EQ(Texts(window.lstProgram), (Strings{std::string("C:\\") + Rot13(kBen) + ".exe"}));
+    ClickPrograms(kBen);
+    EXPECT_EQ(Texts(window.lstProgram), (Strings{"C:\\ben.exe"}));
 }
 
 TEST_F(MainWindowTest, AnEmptySourceIsNotReadAgainEither) {
@@ -270,19 +191,18 @@ TEST_F(MainWindowTest, AnEmptySourceIsNotReadAgainEither) {
 }
 
 TEST_F(MainWindowTest, ProgramsListsWhatWasRunAsAProgram) {
-    const auto add = [&](const std::string& name, std::uint32_t runs, std::uint64_t lastRun) {
-        Counts(kBen).SetData(Rot13(name), kRegBinary, CountData(runs, lastRun));
+    const auto add = [&](const std::string& name, std::int32_t runs, std::uint64_t lastRun) {
+        machine.AddUserAssist(kBen, name, runs, lastRun);
     };
     add("UEME_RUNPATH:C:\\notes.txt", 1, kSomeDay);
     add("UEME_RUNPATH:C:\\exercise.txt", 1, kSomeDay);
-    add("UEME_RUNPATH:C:\\B.EXE", 0xFFFFFFFF - 5, 0);
+    add("UEME_RUNPATH:C:\\B.EXE", -6, 0);
     add("UEME_RUNPIDL:C:\\c.exe", 1, kSomeDay);
     add("UEME_RUNCPL:d.exe", 1, kSomeDay);
     Show();
-    Click(std::string(kBen) + ":PROGRAMS");
+    ClickPrograms(kBen);
     const ListView& list = window.lstProgram;
-    EXPECT_EQ(Texts(list),
-              (Strings{"C:\\B.EXE", std::string("C:\\") + Rot13(kBen) + ".exe", "C:\\exercise.txt"}))
+    EXPECT_EQ(Texts(list), (Strings{"C:\\B.EXE", "C:\\ben.exe", "C:\\exercise.txt"}))
         << "EXE counts anywhere in the path and in any case";
     EXPECT_EQ(list.Item(1).SubItem(1), "-6");
     EXPECT_EQ(list.Item(1).SubItem(2), "") << "a time of zero is no last run";
@@ -292,10 +212,10 @@ TEST_F(MainWindowTest, ProgramsListsWhatWasRunAsAProgram) {
 }
 
 TEST_F(MainWindowTest, ItemKeysLeadBackToTheSource) {
-    Counts(kAnna).SetData(Rot13("UEME_RUNCPL:a.cpl"), kRegBinary, CountData(1, kSomeDay));
-    Counts(kAnna).SetData(Rot13("UEME_RUNPATH:Z:\\z.exe"), kRegBinary, CountData(1, kSomeDay));
+    machine.AddUserAssist(kAnna, "UEME_RUNCPL:a.cpl", 1, kSomeDay);
+    machine.AddUserAssist(kAnna, "UEME_RUNPATH:Z:\\z.exe", 1, kSomeDay);
     Show();
-    Click(std::string(kAnna) + ":PROGRAMS");
+    ClickPrograms(kAnna);
     ASSERT_EQ(window.lstProgram.ItemCount(), 2U);
     const UserAssistList& source = *accounts.UserAssist(1);
     for (std::size_t i = 1; i <= 2; ++i) {
@@ -306,34 +226,15 @@ TEST_F(MainWindowTest, ItemKeysLeadBackToTheSource) {
     EXPECT_EQ(window.lstProgram.Item(2).Key(), "1KEY") << "entries that are not listed count too";
 }
 
-/// A record of the browser's index, 256 bytes.
-void AppendRecord(std::vector<std::byte>& index, const std::string& address, std::uint64_t accessed) {
-    std::vector<std::byte> record(256);
-    const std::string signature = "URL ";
-    for (std::size_t i = 0; i < 4; ++i) {
-        record[i] = static_cast<std::byte>(signature[i]);
-    }
-    for (std::size_t i = 0; i < 8; ++i) {
-        record[16 + i] = static_cast<std::byte>(accessed >> (8 * i));
-    }
-    for (std::size_t i = 0; i < address.size(); ++i) {
-        record[104 + i] = static_cast<std::byte>(address[i]);
-    }
-    index.insert(index.end(), record.begin(), record.end());
-}
-
 TEST_F(MainWindowTest, HistoryListsPagesAlone) {
-    std::vector<std::byte> index(128);
-    index[0] = std::byte{'S'};
-    index[6] = std::byte{128};  // behind "S", its zero byte and four bytes that are not used
-    for (const char* address :
-         {"Visited: anna@http://a.example/", "Visited: anna@HTTP://upper.example/", "ftp://f/",
-          "mailto:x@y.example", "about:blank", "file:///C:/a.txt", "https://s.example/"}) {
-        AppendRecord(index, address, kSomeDay);
-    }
-    AppendRecord(index, "http://never.example/", 0);
-    platform.AddFile("C:\\Documents and Settings\\anna\\Local Settings\\History\\History.IE5\\index.dat",
-                     index);
+    machine.AddIEHistory("anna", {{"Visited: anna@http://a.example/", kSomeDay},
+                                  {"Visited: anna@HTTP://upper.example/", kSomeDay},
+                                  {"ftp://f/", kSomeDay},
+                                  {"mailto:x@y.example", kSomeDay},
+                                  {"about:blank", kSomeDay},
+                                  {"file:///C:/a.txt", kSomeDay},
+                                  {"https://s.example/", kSomeDay},
+                                  {"http://never.example/", 0}});
     Show();
     Click(std::string(kAnna) + ":IEHISTORY");
     EXPECT_EQ(Texts(window.lstIEHistory), (Strings{"about:blank", "file:///C:/a.txt", "http://a.example/",
@@ -343,26 +244,66 @@ TEST_F(MainWindowTest, HistoryListsPagesAlone) {
 }
 
 TEST_F(MainWindowTest, AFilledListIsSortedAsTheUserLeftIt) {
-    Counts(kBen).SetData(Rot13("UEME_RUNPATH:Z:\\z.exe"), kRegBinary, CountData(1, kSomeDay));
+    machine.AddUserAssist(kBen, "UEME_RUNPATH:Z:\\z.exe", 1, kSomeDay);
     Show();
-    Click(std::string(kAnna) + ":PROGRAMS");
-    window.lstProgram.SetSortOrder(SortOrder::Descending);
-    window.lstProgram.SetSorted(true);
-    Click(std::string(kBen) + ":PROGRAMS");
+    ClickPrograms(kAnna);
+    window.lstProgram.ClickColumn(1);
+    ASSERT_EQ(window.lstProgram.SortOrder(), SortOrder::Descending)
+        << "the first click turns the order round";
+    ClickPrograms(kBen);
     EXPECT_TRUE(window.lstProgram.Sorted());
-    EXPECT_EQ(window.lstProgram.Item(1).Text(), "Z:\\z.exe");
+    EXPECT_EQ(Texts(window.lstProgram), (Strings{"Z:\\z.exe", "C:\\ben.exe"}));
+}
+
+TEST_F(MainWindowTest, AListFilledAnewIsSortedByTheValuesOfItsColumn) {
+    machine.AddUserAssist(kBen, "UEME_RUNPATH:C:\\often.exe", 10, kSomeDay + kHour);
+    machine.AddUserAssist(kBen, "UEME_RUNPATH:C:\\never.exe", 2, 0);
+    Show();
+    ClickPrograms(kAnna);
+    for (const int column : {2, 3}) {
+        ClickPrograms(kAnna);
+        window.lstProgram.ClickColumn(column);
+        window.lstProgram.ClickColumn(column);
+        ClickPrograms(kBen);
+        EXPECT_EQ(window.lstProgram.SortKey(), column - 1);
+        EXPECT_EQ(window.lstProgram.SortOrder(), SortOrder::Ascending);
+        EXPECT_EQ(Texts(window.lstProgram), (Strings{"C:\\never.exe", "C:\\ben.exe", "C:\\often.exe"}))
+            << "2, 3 and 10 runs, and a time of zero comes before all";
+    }
+}
+
+TEST_F(MainWindowTest, EachListSortsByTheHeaderThatIsClicked) {
+    Show();
+    for (const auto& [suffix, list] : kSources) {
+        Click(std::string(kAnna) + suffix);
+        ListView& shown = window.*list;
+        shown.Add("", "zz1");
+        shown.Add("", "zz2");
+        shown.ClickColumn(1);
+        EXPECT_EQ(Texts(shown).front(), "zz2") << suffix;
+        shown.ClickColumn(1);
+        EXPECT_EQ(Texts(shown).back(), "zz2") << suffix;
+    }
+}
+
+TEST_F(MainWindowTest, AFilledListShowsItsFirstItem) {
+    ListRecorder recorder(window.lstProgram);
+    Show();
+    ClickPrograms(kAnna);
+    EXPECT_EQ(recorder.rowsShown, (std::vector<std::size_t>{0}));
+    ClickPrograms(kAnna);
+    EXPECT_EQ(recorder.rowsShown.size(), 1U) << "a list that is not filled anew stays where it is";
 }
 
 TEST_F(MainWindowTest, TypedAddressesNeedAHiveThatIsThere) {
-    platform.AddHive("C:\\Documents and Settings\\carl\\NTUSER.DAT")
-        .Key(std::string(kTyped).substr(1))
+    AddUser(platform, kCarl, "carl")
+        .Key("Software\\Microsoft\\Internet Explorer\\TypedURLs")
         .SetText("url1", "http://carl.example/");
-    AddAccount("S-1-5-21-1-2-3-1003", "carl", "C:\\Documents and Settings\\carl");
     Show();
-    Click("S-1-5-21-1-2-3-1003:TYPEDURLS");
+    Click(std::string(kCarl) + ":TYPEDURLS");
     EXPECT_EQ(window.lstTypedURL.ItemCount(), 0U);
-    Click("S-1-5-21-1-2-3-1003:PROGRAMS");
-    Click("S-1-5-21-1-2-3-1003:TYPEDURLS");
+    ClickPrograms(kCarl);
+    Click(std::string(kCarl) + ":TYPEDURLS");
     EXPECT_EQ(window.lstTypedURL.ItemCount(), 0U) << "the source stays as it was loaded first";
 }
 
@@ -377,19 +318,6 @@ TEST_F(MainWindowTest, ClockShowsDateAndTime) {
     EXPECT_EQ(window.barStatus.PanelText(3), "12:00:00 PM");
 }
 
-TEST_F(MainWindowTest, PreviewIsOffUnlessTheSettingsSayTrue) {
-    Show();
-    EXPECT_FALSE(window.mnuShowPreview.Checked());
-    EXPECT_EQ(window.barTool.Button("SHOWPREVIEW").Value(), 0);
-}
-
-TEST_F(MainWindowTest, PreviewIsOnWhenTheSettingsSayTrue) {
-    ini.AddVariable("ShowPreview", "True");
-    Show();
-    EXPECT_TRUE(window.mnuShowPreview.Checked());
-    EXPECT_EQ(window.barTool.Button("SHOWPREVIEW").Value(), 1);
-}
-
 TEST_F(MainWindowTest, ExitUnloadsAndSavesTheSettings) {
     Show();
     settings.SetINIOption("ShowPreview", "True");
@@ -401,6 +329,20 @@ TEST_F(MainWindowTest, ExitUnloadsAndSavesTheSettings) {
     EXPECT_EQ(saved.GetVariableValue("ShowPreview"), "True");
 }
 
+TEST_F(MainWindowTest, SettingsAreEmptyWhenNothingWasSet) {
+    Show();
+    window.Close();
+    EXPECT_EQ(folder.Read("ostrevin.ini"), "");
+}
+
+TEST_F(MainWindowTest, MenusOpenTheirDialogs) {
+    Show();
+    for (MenuItem* item : {&window.mnuCreateReport, &window.mnuAbout, &window.mnuFind}) {
+        item->Click.Raise();
+    }
+    EXPECT_EQ(Dialogs(), (Strings{"frmCreateReport", "frmAbout", "frmFind"}));
+}
+
 TEST_F(MainWindowTest, ManualIsOpenedFromTheApplicationFolderUnlooked) {
     Show();
     window.mnuManual.Click.Raise();
@@ -409,32 +351,9 @@ TEST_F(MainWindowTest, ManualIsOpenedFromTheApplicationFolderUnlooked) {
     EXPECT_EQ(platform.executed[0].verb, "open");
 }
 
-TEST_F(MainWindowTest, TreeAndTabsFillTheWindowWithTenPixelsAround) {
-    Show();
-    for (const auto& [width, height] : {std::pair{640, 480}, std::pair{1024, 768}, std::pair{3840, 2160}}) {
-        window.Resized(width, height, WindowState::Normal);
-        EXPECT_EQ(window.TabStrip.Left() + window.TabStrip.Width() + 150, window.ScaleWidth());
-        EXPECT_EQ(window.treeUsers.Top() + window.treeUsers.Height() + 150, window.barStatus.Top());
-        EXPECT_EQ(window.TabStrip.Height(), window.treeUsers.Height());
-        EXPECT_EQ(window.lstProgram.Width(), window.fraTab[0].Width() - 60);
-        EXPECT_EQ(window.lstRecent.Width(), window.picRecent.Width());
-    }
-}
-
-TEST_F(MainWindowTest, AWindowTooNarrowOrMinimisedKeepsItsSizes) {
-    Show();
-    window.Resized(800, 600, WindowState::Normal);
-    const double width = window.TabStrip.Width();
-    window.Resized(100, 600, WindowState::Normal);
-    EXPECT_EQ(window.TabStrip.Width(), width);
-    const double height = window.treeUsers.Height();
-    window.Resized(0, 0, WindowState::Minimized);
-    EXPECT_EQ(window.treeUsers.Height(), height);
-}
-
 TEST_F(MainWindowTest, AVolumeThatDisappearsLeavesListsEmpty) {
     Show();
-    Click(std::string(kAnna) + ":PROGRAMS");
+    ClickPrograms(kAnna);
     for (const char* call : {"RegOpenKeyExA", "RegLoadKeyA", "RegEnumValueA"}) {
         platform.Fail(call);
     }
