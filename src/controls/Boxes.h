@@ -48,10 +48,13 @@ class PictureBox : public Container {
     [[nodiscard]] const PicturePtr& Picture() const { return picture_; }
     void SetPicture(PicturePtr picture);
 
-    /// Whether a line stands around the box, and its inside is the colour of what is read.
+    /// Whether a line of one pixel stands around the box, which is no part of the inner size, and the inside
+    /// is the colour of what is read.
     [[nodiscard]] bool Bordered() const { return bordered_; }
     /// To be called before the form is loaded.
     void SetBordered(bool bordered) { bordered_ = bordered; }
+    [[nodiscard]] double ScaleWidth() override;
+    [[nodiscard]] double ScaleHeight() override;
 
     /// Where the box is on the screen; its size at the screen's corner while nothing shows it.
     [[nodiscard]] PixelRect WindowRect();

@@ -162,12 +162,12 @@ TEST_P(MainWindowDocumentsTest, ThePreviewShowsTheThumbnailOfWhatIsClicked) {
     ClickDocument();
     ASSERT_NE(thumbnail.Picture(), nullptr);
     EXPECT_EQ(thumbnail.Picture()->pixels, (std::vector<std::uint32_t>{0xFF112233}));
-    const int width = static_cast<int>(thumbnail.Width() / 15);
-    const int height = static_cast<int>(thumbnail.Height() / 15);
+    const int width = static_cast<int>(thumbnail.Width() / 15 - 2);
+    const int height = static_cast<int>(thumbnail.Height() / 15 - 2);
     ASSERT_GT(width, 0);
     EXPECT_TRUE(std::any_of(platform.shellCalls.begin(), platform.shellCalls.end(), [&](const auto& call) {
         return call.starts_with("location " + std::to_string(width) + " x " + std::to_string(height) + ",");
-    })) << "of the size of its box in whole pixels";
+    })) << "of the size of the inside of its box, in whole pixels";
 }
 
 TEST_P(MainWindowDocumentsTest, OfAMissingFileNoThumbnailIsTried) {
