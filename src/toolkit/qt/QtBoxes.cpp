@@ -29,6 +29,7 @@ class PictureWidget : public QFrame {
     PictureWidget(QtToolkit& toolkit, PictureBox& box, QWidget* parent)
         : QFrame(parent), toolkit_(toolkit), box_(box) {
         setMouseTracking(true);
+        setCursor(Qt::ArrowCursor);
         if (box.Bordered()) {
             setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
             setAutoFillBackground(true);
@@ -57,13 +58,13 @@ class PictureWidget : public QFrame {
         if (const std::optional<Qt::CursorShape> shape = toolkit_.CursorOfMove()) {
             setCursor(*shape);
         } else {
-            unsetCursor();
+            setCursor(Qt::ArrowCursor);
         }
     }
     void mouseReleaseEvent(QMouseEvent* event) override {
         Raise(box_.MouseUp, *event, ButtonBits(event->button()));
     }
-    void leaveEvent(QEvent* /*event*/) override { unsetCursor(); }
+    void leaveEvent(QEvent* /*event*/) override { setCursor(Qt::ArrowCursor); }
 
   private:
     /// One point of the picture to one of the screen, in the middle of the box; smaller where the box has

@@ -87,6 +87,7 @@ class ListWidget : public QTreeView {
   public:
     ListWidget(QtListView& view, QWidget* parent) : QTreeView(parent), view_(view) {
         setStyle(&style_);
+        setCursor(Qt::ArrowCursor);  // not that of the box it stands on
         setHeader(new HeaderWidget(this));
         header()->setStyle(&style_);
         connect(header(), &QHeaderView::sectionResized, this, [this] {
