@@ -347,6 +347,7 @@ void frmMain::DesignTabs() {
     treeUsers.SetImages(&imgList);
     treeUsers.SetAccessibleName("Accounts");
     TabStrip.SetImages(&imgList);
+    TabStrip.SetAccessibleName("Traces");
     for (const TraceKind& kind : kTraceKinds) {
         TabStrip.Add(kind.tabText, kind.image);
     }
@@ -357,17 +358,17 @@ void frmMain::DesignTabs() {
 
 void frmMain::DesignLists() {
     lstProgram.SetAccessibleName("Programs");
-    lstProgram.AddColumn("Program", 5500);
-    ColumnHeader& runCount = lstProgram.AddColumn("Run Count", 1200);
+    lstProgram.AddColumn("Program", 4600);
+    ColumnHeader& runCount = lstProgram.AddColumn("Run Count", 1650);
     runCount.SetTag("NUMBER");
     runCount.SetRightAligned(true);
     lstProgram.AddColumn("Last Run", 2700).SetTag("DATE");
-    lstProgram.AddColumn("Accessible", 1200);
+    lstProgram.AddColumn("Accessible", 1650);
     lstRecent.SetAccessibleName("Recent Documents");
     lstOpenSave.SetAccessibleName("Opened / Saved Documents");
     for (ListView* list : {&lstRecent, &lstOpenSave}) {
-        list->AddColumn("Document", 9400);
-        list->AddColumn("Accessible", 1200);
+        list->AddColumn("Document", 8950);
+        list->AddColumn("Accessible", 1650);
     }
     lstIEHistory.SetAccessibleName("IE History");
     lstIEHistory.AddColumn("URL", 7900);

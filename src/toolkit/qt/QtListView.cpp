@@ -242,6 +242,7 @@ QtListView::QtListView(QtToolkit& toolkit, ListView& list, QWidget* parent)
         static_cast<ListWidget*>(widget_)->SizeColumn(column - 1, static_cast<int>(std::lround(width)));
     }
     Show(*widget_);
+    widget_->header()->setAccessibleName(widget_->accessibleName() + QStringLiteral(", columns"));
     SetExtendedStyle(list.ExtendedStyle());
     RowsChanged();
     SortChanged();

@@ -1,6 +1,7 @@
 #include "toolkit/qt/QtTabStrip.h"
 
 #include <QStyleOptionTabWidgetFrame>
+#include <QTabBar>
 #include <QTabWidget>
 
 #include "toolkit/qt/QtPictures.h"
@@ -30,6 +31,7 @@ QtTabStrip::QtTabStrip(QtToolkit& toolkit, TabStrip& tabs, QWidget* parent) : Wi
         widget->addTab(new QWidget(widget), IconOf(tabs.Images(), tab.image), Text(tab.caption));
     }
     Show(*widget);
+    widget->tabBar()->setAccessibleName(widget->accessibleName());  // which is what has the focus
     SelectionChanged();
     QObject::connect(widget, &QTabWidget::currentChanged, widget, [this, &toolkit](int index) {
         if (!updating_) {
