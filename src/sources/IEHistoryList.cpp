@@ -33,7 +33,8 @@ class FileWindow {
         if (!inside && !(offset >= start_ && offset < start_ + length_ && start_ + length_ >= size_)) {
             start_ = offset;
             const std::uint64_t left = size_ - std::min(offset, size_);
-            length_ = file_.Read(offset, std::span(buffer_).first(std::min<std::uint64_t>(left, kCapacity)));
+            const auto fitting = static_cast<std::size_t>(std::min<std::uint64_t>(left, kCapacity));
+            length_ = file_.Read(offset, std::span(buffer_).first(fitting));
             if (length_ == 0) {
                 size_ = std::min(size_, offset);
             }

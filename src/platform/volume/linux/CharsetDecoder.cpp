@@ -1,3 +1,5 @@
+#include "platform/volume/CharsetDecoder.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
@@ -5,7 +7,6 @@
 #include <utility>
 
 #include "platform/Text.h"
-#include "platform/volume/CharsetDecoder.h"
 
 namespace ostrevin {
 namespace {

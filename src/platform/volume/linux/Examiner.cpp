@@ -1,3 +1,5 @@
+#include "platform/volume/Examiner.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -19,7 +21,6 @@
 
 #include "platform/Dates.h"
 #include "platform/volume/CharsetDecoder.h"
-#include "platform/volume/Examiner.h"
 #include "platform/volume/VolumeFiles.h"
 
 namespace ostrevin {

@@ -1,3 +1,5 @@
+#include "platform/volume/OutputFiles.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -8,9 +10,8 @@
 
 #include "platform/FilePath.h"
 #include "platform/RuntimeError.h"
-#include "platform/volume/FileDescriptorLinux.h"
-#include "platform/volume/OutputFiles.h"
 #include "platform/volume/VolumeFiles.h"
+#include "platform/volume/linux/FileDescriptor.h"
 
 namespace ostrevin {
 namespace {

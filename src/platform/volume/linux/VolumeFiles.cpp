@@ -1,3 +1,5 @@
+#include "platform/volume/VolumeFiles.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -18,8 +20,7 @@
 #include <utility>
 
 #include "platform/Text.h"
-#include "platform/volume/FileDescriptorLinux.h"
-#include "platform/volume/VolumeFiles.h"
+#include "platform/volume/linux/FileDescriptor.h"
 
 namespace ostrevin {
 namespace {

@@ -1,0 +1,62 @@
+#include "toolkit/win32/WindowView.h"
+
+#include <cmath>
+#include <stdexcept>
+
+namespace ostrevin::win32 {
+
+ChildWindow::~ChildWindow() {
+    if (IsWindow(handle_) != FALSE) {
+        DestroyWindow(handle_);
+    }
+}
+
+ChildWindow* ChildWindow::Of(HWND window) {
+    static_assert(sizeof(LONG_PTR) == sizeof(ChildWindow*));
+    return window == nullptr ? nullptr
+                             : reinterpret_cast<ChildWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+}
+
+void ChildWindow::Create(const wchar_t* windowClass, DWORD style, DWORD extendedStyle, HWND parent) {
+    handle_ = CreateWindowExW(extendedStyle, windowClass, L"", WS_CHILD | WS_CLIPSIBLINGS | style, 0, 0, 0, 0,
+                              parent, nullptr, GetModuleHandleW(nullptr), nullptr);
+    if (handle_ == nullptr) {
+        throw std::runtime_error("A window could not be made.");
+    }
+    SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    SetWindowPos(handle_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+std::optional<LRESULT> HandToChild(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_COMMAND && lParam != 0) {
+        if (ChildWindow* child = ChildWindow::Of(reinterpret_cast<HWND>(lParam))) {
+            child->OnCommand(HIWORD(wParam));
+            return 0;
+        }
+    } else if (message == WM_NOTIFY) {
+        auto& header = *reinterpret_cast<NMHDR*>(lParam);
+        if (ChildWindow* child = ChildWindow::Of(header.hwndFrom)) {
+            return child->OnNotify(header);
+        }
+    }
+    return std::nullopt;
+}
+
+void Place(HWND window, const Control& control) {
+    Container& container = *control.Parent();
+    const auto x = [&](double length) {
+        return static_cast<int>(
+            std::lround(container.ScaleX(length, container.ScaleMode(), ScaleMode::Pixel)));
+    };
+    const auto y = [&](double length) {
+        return static_cast<int>(
+            std::lround(container.ScaleY(length, container.ScaleMode(), ScaleMode::Pixel)));
+    };
+    // The edges are rounded, not the sizes, so that neighbours stay neighbours.
+    const int left = x(control.Left());
+    const int top = y(control.Top());
+    SetWindowPos(window, nullptr, left, top, x(control.Left() + control.Width()) - left,
+                 y(control.Top() + control.Height()) - top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace ostrevin::win32

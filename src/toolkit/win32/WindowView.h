@@ -1,0 +1,76 @@
+// What the views of all controls share: a child window, its place and visibility, and the messages that it
+// sends to the window it stands on.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+#include <optional>
+
+#include "controls/Container.h"
+#include "toolkit/win32/Win32Toolkit.h"
+
+namespace ostrevin::win32 {
+
+/// The window of a control. Whichever window it stands on hands over what it is told about it.
+class ChildWindow {
+  public:
+    ChildWindow() = default;
+    ChildWindow(const ChildWindow&) = delete;
+    ChildWindow& operator=(const ChildWindow&) = delete;
+    /// Destroys the window, unless that was done with its parent.
+    virtual ~ChildWindow();
+
+    [[nodiscard]] HWND Handle() const { return handle_; }
+    /// The child window with this handle; null for a window that is none.
+    [[nodiscard]] static ChildWindow* Of(HWND window);
+
+    /// WM_COMMAND, with its notification code.
+    virtual void OnCommand(unsigned /*code*/) {}
+    /// WM_NOTIFY; none leaves the answer to Windows.
+    virtual std::optional<LRESULT> OnNotify(NMHDR& /*header*/) { return std::nullopt; }
+
+  protected:
+    /// Makes the window, invisible, in front of those that its parent has already.
+    void Create(const wchar_t* windowClass, DWORD style, DWORD extendedStyle, HWND parent);
+
+  private:
+    HWND handle_ = nullptr;
+};
+
+/// Hands a WM_COMMAND or WM_NOTIFY to the child window that sent it; none for all other messages.
+[[nodiscard]] std::optional<LRESULT> HandToChild(UINT message, WPARAM wParam, LPARAM lParam);
+
+/// Puts a window where its control is.
+void Place(HWND window, const Control& control);
+
+/// A view that shows a control with one window.
+template <typename View, typename Shown>
+class WindowView : public View, public ChildWindow {
+  public:
+    WindowView(Win32Toolkit& toolkit, Shown& control) : toolkit_(toolkit), control_(control) {}
+    ~WindowView() override { control_.Attach(nullptr); }
+
+    void Moved() override { Place(Handle(), control_); }
+    void StateChanged() override {
+        EnableWindow(Handle(), control_.Enabled() ? TRUE : FALSE);
+        ShowWindow(Handle(), control_.Visible() ? SW_SHOWNA : SW_HIDE);
+    }
+
+  protected:
+    /// Takes the window that Create made into use; called by the view's constructor.
+    void Show() {
+        const HFONT font = toolkit_.FontOf(control_);
+        SendMessageW(Handle(), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+        control_.Attach(this);
+        Moved();
+        StateChanged();
+    }
+    [[nodiscard]] Win32Toolkit& Owner() const { return toolkit_; }
+    [[nodiscard]] Shown& Control() const { return control_; }
+
+  private:
+    Win32Toolkit& toolkit_;
+    Shown& control_;
+};
+
+}  // namespace ostrevin::win32
