@@ -1,24 +1,19 @@
 // Asks for the text to filter a list by.
 #pragma once
 
-#include "controls/Form.h"
-#include "controls/Inputs.h"
+#include "ui/TextPrompt.h"
 
 namespace ostrevin {
 
-/// Its button hides it; the text is there until it is unloaded. Closed in any other way it holds none.
-class frmFilter : public Form {
+class frmFilter : public TextPrompt {
   public:
-    explicit frmFilter(Toolkit& toolkit);
-    ~frmFilter() override;
+    explicit frmFilter(Toolkit& toolkit)
+        : TextPrompt(toolkit,
+                     {"frmFilter", "txtFilterString", "cmdFilter", "Filter", "Enter text to filter"}) {}
 
-    // The controls, in tab order.
-    Label Label1{this, "Label1"};
-    TextBox txtFilterString{this, "txtFilterString"};
-    CommandButton cmdFilter{this, "cmdFilter"};
-
-  protected:
-    void Form_Unload() override;
+    using TextPrompt::Label1;
+    TextBox& txtFilterString = box_;
+    CommandButton& cmdFilter = button_;
 };
 
 }  // namespace ostrevin

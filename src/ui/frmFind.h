@@ -1,24 +1,18 @@
 // Asks for the text to look for in a list.
 #pragma once
 
-#include "controls/Form.h"
-#include "controls/Inputs.h"
+#include "ui/TextPrompt.h"
 
 namespace ostrevin {
 
-/// Its button hides it; the text is there until it is unloaded. Closed in any other way it holds none.
-class frmFind : public Form {
+class frmFind : public TextPrompt {
   public:
-    explicit frmFind(Toolkit& toolkit);
-    ~frmFind() override;
+    explicit frmFind(Toolkit& toolkit)
+        : TextPrompt(toolkit, {"frmFind", "txtFind", "cmdFind", "Find", "Find What"}) {}
 
-    // The controls, in tab order.
-    Label Label1{this, "Label1"};
-    TextBox txtFind{this, "txtFind"};
-    CommandButton cmdFind{this, "cmdFind"};
-
-  protected:
-    void Form_Unload() override;
+    using TextPrompt::Label1;
+    TextBox& txtFind = box_;
+    CommandButton& cmdFind = button_;
 };
 
 }  // namespace ostrevin

@@ -25,7 +25,7 @@
 #include "controls/Inputs.h"
 #include "controls/ListView.h"
 #include "controls/ToolBar.h"
-#include "toolkit/qt/QtFormView.h"
+#include "tests/toolkit/QtFormTest.h"
 #include "toolkit/qt/QtToolkit.h"
 
 namespace ostrevin {
@@ -75,21 +75,14 @@ class SampleDialog : public Form {
     bool Form_QueryUnload() override { return mayClose; }
 };
 
-class QtDialogTest : public ::testing::Test {
+class QtDialogTest : public QtFormTest {
   protected:
+    QtDialogTest() : QtFormTest(form) {}
+
     void Show() {
         form.Show();
         QApplication::setActiveWindow(&Window());
         QTest::qWait(0);
-    }
-    [[nodiscard]] QMainWindow& Window() const { return *static_cast<qt::QtFormView*>(form.View())->Window(); }
-    template <typename Widget>
-    [[nodiscard]] Widget& Find(const char* name) const {
-        auto* found = Window().findChild<Widget*>(QString::fromLatin1(name));
-        if (found == nullptr) {
-            throw std::runtime_error(std::string("no widget ") + name);
-        }
-        return *found;
     }
 
     qt::QtToolkit toolkit;

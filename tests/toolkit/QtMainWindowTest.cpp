@@ -35,7 +35,7 @@
 #include "settings/IniFile.h"
 #include "tests/report/ReportMachine.h"
 #include "tests/support/ScratchFolder.h"
-#include "toolkit/qt/QtFormView.h"
+#include "tests/toolkit/QtFormTest.h"
 #include "toolkit/qt/QtToolkit.h"
 #include "ui/frmMain.h"
 
@@ -113,9 +113,9 @@ class Person {
     QElapsedTimer waited_;
 };
 
-class QtMainWindowTest : public ::testing::Test {
+class QtMainWindowTest : public QtFormTest {
   protected:
-    QtMainWindowTest() {
+    QtMainWindowTest() : QtFormTest(form) {
         machine.AddPerson(kAnna, "anna");
         machine.AddPerson("S-1-5-21-1-2-3-1002", "ben");
         machine.AddUserAssist(kAnna, "UEME_RUNPATH:C:\\calc.exe", 3, kSomeDay);
@@ -135,16 +135,6 @@ class QtMainWindowTest : public ::testing::Test {
         QTest::qWait(0);
     }
     ~QtMainWindowTest() override { EXPECT_TRUE(person.Done()) << "a dialog was expected"; }
-
-    [[nodiscard]] QMainWindow& Window() const { return *static_cast<qt::QtFormView*>(form.View())->Window(); }
-    template <typename Widget>
-    [[nodiscard]] Widget& Find(const char* name) const {
-        auto* found = Window().findChild<Widget*>(QString::fromLatin1(name));
-        if (found == nullptr) {
-            throw std::runtime_error(std::string("no widget ") + name);
-        }
-        return *found;
-    }
 
     void ClickNode(const char* account, int child) const {
         auto& tree = Find<QTreeWidget>("treeUsers");

@@ -28,7 +28,7 @@
 #include "controls/Timer.h"
 #include "controls/ToolBar.h"
 #include "controls/TreeView.h"
-#include "toolkit/qt/QtFormView.h"
+#include "tests/toolkit/QtFormTest.h"
 #include "toolkit/qt/QtToolkit.h"
 
 namespace ostrevin {
@@ -87,20 +87,13 @@ class SampleForm : public Form {
     void Form_Unload() override { ++unloads; }
 };
 
-class QtViewsTest : public ::testing::Test {
+class QtViewsTest : public QtFormTest {
   protected:
+    QtViewsTest() : QtFormTest(form) {}
+
     void Show() {
         form.Show();
         QTest::qWait(0);
-    }
-    [[nodiscard]] QMainWindow& Window() const { return *static_cast<qt::QtFormView*>(form.View())->Window(); }
-    template <typename Widget>
-    [[nodiscard]] Widget& Find(const char* name) const {
-        auto* found = Window().findChild<Widget*>(QString::fromLatin1(name));
-        if (found == nullptr) {
-            throw std::runtime_error(std::string("no widget ") + name);
-        }
-        return *found;
     }
     void FillList(int rows) {
         for (int i = 0; i < rows; ++i) {
