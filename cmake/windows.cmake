@@ -1,5 +1,6 @@
 # Cross-compiles for Windows 2000 and later with Debian's MinGW-w64, whose threads are Windows' own: one static
-# executable, nothing to install beside it. CMAKE_SYSTEM_PROCESSOR names the processor.
+# executable, nothing to install beside it. CMAKE_SYSTEM_PROCESSOR names the processor, and OLDEST_WINDOWS_MAJOR and
+# OLDEST_WINDOWS_MINOR the first Windows that is to load the programs.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_C_COMPILER ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-gcc-win32)
 set(CMAKE_CXX_COMPILER ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-g++-win32)
@@ -12,4 +13,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
 set(CMAKE_CXX_FLAGS_INIT "-D_WIN32_WINNT=0x0501 -DUNICODE -D_UNICODE -DNOMINMAX -ffunction-sections -fdata-sections")
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s -Wl,--gc-sections,--major-os-version=5,--minor-os-version=0")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s -Wl,--gc-sections")
+foreach(what os subsystem)
+    string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT
+        ",--major-${what}-version=${OLDEST_WINDOWS_MAJOR},--minor-${what}-version=${OLDEST_WINDOWS_MINOR}")
+endforeach()

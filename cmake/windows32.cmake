@@ -1,3 +1,5 @@
-# Cross-compiles for 32-bit Windows.
+# Cross-compiles for 32-bit Windows, from Windows 2000.
 set(CMAKE_SYSTEM_PROCESSOR i686)
+set(OLDEST_WINDOWS_MAJOR 5)
+set(OLDEST_WINDOWS_MINOR 0)
 include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)

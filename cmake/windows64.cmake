@@ -1,3 +1,5 @@
-# Cross-compiles for 64-bit Windows.
+# Cross-compiles for 64-bit Windows, from Windows XP x64.
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(OLDEST_WINDOWS_MAJOR 5)
+set(OLDEST_WINDOWS_MINOR 2)
 include(${CMAKE_CURRENT_LIST_DIR}/windows.cmake)
