@@ -1,0 +1,116 @@
+#include "platform/windows/Automation.h"
+
+#include <array>
+#include <cstdio>
+#include <ole2.h>
+
+#include "platform/windows/AnsiText.h"
+
+namespace ostrevin::windows {
+namespace {
+
+void Check(HRESULT result) {
+    if (FAILED(result)) {
+        throw AutomationError(result);
+    }
+}
+
+std::string Message(HRESULT result) {
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "Automation error 0x%08lX", static_cast<unsigned long>(result));
+    return text.data();
+}
+
+}  // namespace
+
+AutomationError::AutomationError(HRESULT result) : std::runtime_error(Message(result)) {}
+
+Variant::Variant() {
+    VariantInit(&value_);
+}
+
+Variant::Variant(const std::wstring& text) : Variant() {
+    V_VT(&value_) = VT_BSTR;
+    V_BSTR(&value_) = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+}
+
+Variant::Variant(Variant&& other) noexcept : value_(other.value_) {
+    VariantInit(&other.value_);
+}
+
+Variant::~Variant() {
+    VariantClear(&value_);
+}
+
+std::string Variant::Text() {
+    Variant text;
+    if (FAILED(VariantChangeType(text.Get(), &value_, 0, VT_BSTR)) || V_BSTR(text.Get()) == nullptr) {
+        return {};
+    }
+    return Utf8({V_BSTR(text.Get()), SysStringLen(V_BSTR(text.Get()))});
+}
+
+std::int32_t Variant::Number() {
+    Variant number;
+    Check(VariantChangeType(number.Get(), &value_, 0, VT_I4));
+    return V_I4(number.Get());
+}
+
+AutomationObject::AutomationObject(const std::wstring& moniker) {
+    Check(CoGetObject(moniker.c_str(), nullptr, IID_IDispatch, object_.PutVoid()));
+}
+
+AutomationObject::AutomationObject(Variant& value) {
+    Variant object;
+    Check(VariantChangeType(object.Get(), value.Get(), 0, VT_DISPATCH));
+    if (V_DISPATCH(object.Get()) == nullptr) {
+        throw AutomationError(E_POINTER);
+    }
+    V_DISPATCH(object.Get())->AddRef();
+    *object_.Put() = V_DISPATCH(object.Get());
+}
+
+Variant AutomationObject::Property(const wchar_t* name) const {
+    return Invoke(MemberNamed(name), DISPATCH_PROPERTYGET, {});
+}
+
+Variant AutomationObject::Call(const wchar_t* method, std::span<const VARIANT> arguments) const {
+    return Invoke(MemberNamed(method), DISPATCH_METHOD, arguments);
+}
+
+std::vector<AutomationObject> AutomationObject::Items() const {
+    Variant enumerator = Invoke(DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
+    Variant unknown;
+    Check(VariantChangeType(unknown.Get(), enumerator.Get(), 0, VT_UNKNOWN));
+    ComPointer<IEnumVARIANT> items;
+    Check(V_UNKNOWN(unknown.Get())->QueryInterface(IID_IEnumVARIANT, items.PutVoid()));
+    std::vector<AutomationObject> objects;
+    for (;;) {
+        Variant item;
+        const HRESULT result = items->Next(1, item.Get(), nullptr);
+        Check(result);
+        if (result != S_OK) {
+            return objects;
+        }
+        objects.emplace_back(item);
+    }
+}
+
+DISPID AutomationObject::MemberNamed(const wchar_t* name) const {
+    std::wstring text = name;
+    LPOLESTR names = text.data();
+    DISPID member = DISPID_UNKNOWN;
+    Check(object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &member));
+    return member;
+}
+
+Variant AutomationObject::Invoke(DISPID member, WORD kind, std::span<const VARIANT> arguments) const {
+    std::vector<VARIANT> lastFirst(arguments.rbegin(), arguments.rend());
+    DISPPARAMS parameters{lastFirst.data(), nullptr, static_cast<UINT>(lastFirst.size()), 0};
+    Variant result;
+    Check(object_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, result.Get(), nullptr,
+                          nullptr));
+    return result;
+}
+
+}  // namespace ostrevin::windows

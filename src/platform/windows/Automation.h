@@ -1,0 +1,64 @@
+// Objects called by the names of their members, as a script calls them.
+#pragma once
+
+#include <windows.h>
+#include <cstdint>
+#include <oaidl.h>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/windows/ComPointer.h"
+
+namespace ostrevin::windows {
+
+/// A call that failed.
+class AutomationError : public std::runtime_error {
+  public:
+    explicit AutomationError(HRESULT result);
+};
+
+/// A value of any type, freed at the end of its life.
+class Variant {
+  public:
+    Variant();
+    explicit Variant(const std::wstring& text);
+    Variant(Variant&& other) noexcept;
+    Variant(const Variant&) = delete;
+    Variant& operator=(const Variant&) = delete;
+    Variant& operator=(Variant&&) = delete;
+    ~Variant();
+
+    [[nodiscard]] VARIANT* Get() { return &value_; }
+    /// As text; empty for what has none.
+    [[nodiscard]] std::string Text();
+    /// As a whole number. Throws AutomationError for what is none.
+    [[nodiscard]] std::int32_t Number();
+
+  private:
+    VARIANT value_;
+};
+
+/// Every member throws AutomationError when a call fails.
+class AutomationObject {
+  public:
+    /// The object that a moniker names.
+    explicit AutomationObject(const std::wstring& moniker);
+    /// The object that a value refers to.
+    explicit AutomationObject(Variant& value);
+
+    [[nodiscard]] Variant Property(const wchar_t* name) const;
+    /// The arguments stand in the order of the method.
+    Variant Call(const wchar_t* method, std::span<const VARIANT> arguments) const;
+    /// What a collection holds.
+    [[nodiscard]] std::vector<AutomationObject> Items() const;
+
+  private:
+    [[nodiscard]] DISPID MemberNamed(const wchar_t* name) const;
+    Variant Invoke(DISPID member, WORD kind, std::span<const VARIANT> arguments) const;
+
+    ComPointer<IDispatch> object_;
+};
+
+}  // namespace ostrevin::windows
