@@ -6,7 +6,7 @@
 namespace ostrevin::win32 {
 
 ChildWindow::~ChildWindow() {
-    if (IsWindow(handle_) != FALSE) {
+    if (handle_ != nullptr) {
         DestroyWindow(handle_);
     }
 }
@@ -24,13 +24,26 @@ void ChildWindow::Create(const wchar_t* windowClass, DWORD style, DWORD extended
         throw std::runtime_error("A window could not be made.");
     }
     SetWindowLongPtrW(handle_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    classProcedure_ = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(handle_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
     SetWindowPos(handle_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+}
+
+LRESULT CALLBACK ChildWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    ChildWindow& child = *Of(window);
+    if (message != WM_NCDESTROY) {
+        return child.OnMessage(message, wParam, lParam);
+    }
+    // The last message: the parent may take its children away before their views go.
+    child.handle_ = nullptr;
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    return CallWindowProcW(child.classProcedure_, window, message, wParam, lParam);
 }
 
 std::optional<LRESULT> HandToChild(UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_COMMAND && lParam != 0) {
         if (ChildWindow* child = ChildWindow::Of(reinterpret_cast<HWND>(lParam))) {
-            child->OnCommand(HIWORD(wParam));
+            child->OnCommand(HIWORD(wParam), LOWORD(wParam));
             return 0;
         }
     } else if (message == WM_NOTIFY) {

@@ -24,17 +24,25 @@ class ChildWindow {
     /// The child window with this handle; null for a window that is none.
     [[nodiscard]] static ChildWindow* Of(HWND window);
 
-    /// WM_COMMAND, with its notification code.
-    virtual void OnCommand(unsigned /*code*/) {}
+    /// WM_COMMAND, with its notification code and the number of the command.
+    virtual void OnCommand(unsigned /*code*/, unsigned /*command*/) {}
     /// WM_NOTIFY; none leaves the answer to Windows.
     virtual std::optional<LRESULT> OnNotify(NMHDR& /*header*/) { return std::nullopt; }
 
   protected:
+    /// A message to the window itself, on its way to the window's class. Whoever overrides it hands on what is
+    /// the class's to do.
+    virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+        return CallWindowProcW(classProcedure_, handle_, message, wParam, lParam);
+    }
     /// Makes the window, invisible, in front of those that its parent has already.
     void Create(const wchar_t* windowClass, DWORD style, DWORD extendedStyle, HWND parent);
 
   private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
     HWND handle_ = nullptr;
+    WNDPROC classProcedure_ = nullptr;
 };
 
 /// Hands a WM_COMMAND or WM_NOTIFY to the child window that sent it; none for all other messages.
