@@ -1,6 +1,7 @@
 // Small images, addressed by upper-case keys.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -8,7 +9,8 @@
 
 namespace ostrevin {
 
-/// What holds the images natively. A toolkit whose images are transparent by themselves needs none.
+/// What holds the images natively, for one of the controls that show them. A toolkit whose images are
+/// transparent by themselves needs none.
 class ImageListView {
   public:
     ImageListView() = default;
@@ -38,16 +40,17 @@ class ImageList {
     [[nodiscard]] std::int32_t BkColor() const { return bkColor_; }
     void SetBkColor(std::int32_t color) {
         bkColor_ = color;
-        if (view_ != nullptr) {
-            view_->BkColorChanged();
+        for (ImageListView* view : views_) {
+            view->BkColorChanged();
         }
     }
-    void Attach(ImageListView* view) { view_ = view; }
+    void Attach(ImageListView& view) { views_.push_back(&view); }
+    void Detach(ImageListView& view) { views_.erase(std::find(views_.begin(), views_.end(), &view)); }
 
   private:
     std::vector<std::pair<std::string, std::string>> images_;
     std::int32_t bkColor_ = 0xFFFFFF;
-    ImageListView* view_ = nullptr;
+    std::vector<ImageListView*> views_;
 };
 
 }  // namespace ostrevin

@@ -30,8 +30,8 @@ class ChildWindow {
     virtual std::optional<LRESULT> OnNotify(NMHDR& /*header*/) { return std::nullopt; }
 
   protected:
-    /// A message to the window itself, on its way to the window's class. Whoever overrides it hands on what is
-    /// the class's to do.
+    /// A message to the window itself, on its way to the window's class. Whoever overrides it hands on what
+    /// is the class's to do.
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return CallWindowProcW(classProcedure_, handle_, message, wParam, lParam);
     }
