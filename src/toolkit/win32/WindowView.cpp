@@ -6,6 +6,10 @@
 namespace ostrevin::win32 {
 
 ChildWindow::~ChildWindow() {
+    Destroy();
+}
+
+void ChildWindow::Destroy() {
     if (handle_ != nullptr) {
         DestroyWindow(handle_);
     }

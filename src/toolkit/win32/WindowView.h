@@ -35,6 +35,8 @@ class ChildWindow {
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return CallWindowProcW(classProcedure_, handle_, message, wParam, lParam);
     }
+    /// Destroys the window now, for a view that has something which must outlive it.
+    void Destroy();
     /// Makes the window, invisible, in front of those that its parent has already.
     void Create(const wchar_t* windowClass, DWORD style, DWORD extendedStyle, HWND parent);
 
