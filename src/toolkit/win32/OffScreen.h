@@ -1,8 +1,9 @@
 // Painting without flicker.
 #pragma once
 
-#include <windows.h>
 #include <functional>
+
+#include "toolkit/win32/Windows.h"
 
 namespace ostrevin::win32 {
 

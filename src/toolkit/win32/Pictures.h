@@ -1,8 +1,6 @@
 // The program's own pictures, which are resources, and image lists made of them.
 #pragma once
 
-#include <windows.h>
-#include <commctrl.h>
 #include <map>
 #include <memory>
 #include <string>
@@ -11,6 +9,7 @@
 #include "controls/ImageList.h"
 #include "controls/Picture.h"
 #include "toolkit/win32/Win32Toolkit.h"
+#include "toolkit/win32/Windows.h"
 
 namespace ostrevin::win32 {
 

@@ -76,4 +76,14 @@ void Place(HWND window, const Control& control) {
                  y(control.Top() + control.Height()) - top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void ApplyState(HWND window, const Control& control) {
+    const HWND focus = GetFocus();
+    if ((!control.Visible() || !control.Enabled()) && (window == focus || IsChild(window, focus) != FALSE)) {
+        constexpr WPARAM kPrevious = TRUE;
+        SendMessageW(GetAncestor(window, GA_ROOT), WM_NEXTDLGCTL, kPrevious, FALSE);
+    }
+    EnableWindow(window, control.Enabled() ? TRUE : FALSE);
+    ShowWindow(window, control.Visible() ? SW_SHOWNA : SW_HIDE);
+}
+
 }  // namespace ostrevin::win32

@@ -2,12 +2,11 @@
 // sends to the window it stands on.
 #pragma once
 
-#include <windows.h>
-#include <commctrl.h>
 #include <optional>
 
 #include "controls/Container.h"
 #include "toolkit/win32/Win32Toolkit.h"
+#include "toolkit/win32/Windows.h"
 
 namespace ostrevin::win32 {
 
@@ -53,6 +52,10 @@ class ChildWindow {
 /// Puts a window where its control is.
 void Place(HWND window, const Control& control);
 
+/// Shows or hides, enables or disables a window as its control is. What can no longer have the focus gives it
+/// away.
+void ApplyState(HWND window, const Control& control);
+
 /// A view that shows a control with one window.
 template <typename View, typename Shown>
 class WindowView : public View, public ChildWindow {
@@ -61,10 +64,7 @@ class WindowView : public View, public ChildWindow {
     ~WindowView() override { control_.Attach(nullptr); }
 
     void Moved() override { Place(Handle(), control_); }
-    void StateChanged() override {
-        EnableWindow(Handle(), control_.Enabled() ? TRUE : FALSE);
-        ShowWindow(Handle(), control_.Visible() ? SW_SHOWNA : SW_HIDE);
-    }
+    void StateChanged() override { ApplyState(Handle(), control_); }
 
   protected:
     /// Takes the window that Create made into use; called by the view's constructor.

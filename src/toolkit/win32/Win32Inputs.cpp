@@ -1,0 +1,169 @@
+#include "toolkit/win32/Win32Inputs.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "toolkit/win32/Text.h"
+
+namespace ostrevin::win32 {
+namespace {
+
+void SetText(HWND window, const std::string& text) {
+    SetWindowTextW(window, Wide(text).c_str());
+}
+
+std::string TextOf(HWND window) {
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return Utf8(text);
+}
+
+int HeightOf(HWND window) {
+    RECT rect{};
+    GetWindowRect(window, &rect);
+    return rect.bottom - rect.top;
+}
+
+}  // namespace
+
+Win32Label::Win32Label(Win32Toolkit& toolkit, Label& label, HWND parent) : WindowView(toolkit, label) {
+    Create(L"STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_CENTERIMAGE, 0, parent);
+    Show();
+    CaptionChanged();
+}
+
+void Win32Label::CaptionChanged() {
+    SetText(Handle(), Control().Caption());
+}
+
+Win32CommandButton::Win32CommandButton(Win32Toolkit& toolkit, CommandButton& button, HWND parent,
+                                       std::function<void()> focusMoved)
+    : WindowView(toolkit, button), focusMoved_(std::move(focusMoved)) {
+    Create(L"BUTTON", BS_PUSHBUTTON | WS_TABSTOP, 0, parent);
+    Show();
+    CaptionChanged();
+}
+
+void Win32CommandButton::CaptionChanged() {
+    SetText(Handle(), Control().Caption());
+}
+
+void Win32CommandButton::OnCommand(unsigned code, unsigned /*command*/) {
+    if (code == BN_CLICKED) {
+        Owner().Deliver([&button = Control()] { button.Press(); });
+    }
+}
+
+void Win32CommandButton::MarkDefault(bool isDefault) {
+    const LONG style = isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+    if ((GetWindowLongW(Handle(), GWL_STYLE) & BS_TYPEMASK) != style) {
+        SendMessageW(Handle(), BM_SETSTYLE, static_cast<WPARAM>(style), TRUE);
+    }
+}
+
+LRESULT Win32CommandButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+        focusMoved_();
+    }
+    return WindowView::OnMessage(message, wParam, lParam);
+}
+
+Win32CheckBox::Win32CheckBox(Win32Toolkit& toolkit, CheckBox& box, HWND parent) : WindowView(toolkit, box) {
+    Create(L"BUTTON", BS_3STATE | WS_TABSTOP, 0, parent);
+    Show();
+    CaptionChanged();
+    ValueChanged();
+}
+
+void Win32CheckBox::CaptionChanged() {
+    SetText(Handle(), Control().Caption());
+}
+
+void Win32CheckBox::ValueChanged() {
+    static_assert(CheckBox::kUnchecked == BST_UNCHECKED && CheckBox::kChecked == BST_CHECKED &&
+                  CheckBox::kGrayed == BST_INDETERMINATE);
+    SendMessageW(Handle(), BM_SETCHECK, static_cast<WPARAM>(Control().Value()), 0);
+}
+
+void Win32CheckBox::OnCommand(unsigned code, unsigned /*command*/) {
+    if (code == BN_CLICKED) {
+        Owner().Deliver([&box = Control()] {
+            box.SetValue(box.Value() == CheckBox::kChecked ? CheckBox::kUnchecked : CheckBox::kChecked);
+        });
+    }
+}
+
+Win32TextBox::Win32TextBox(Win32Toolkit& toolkit, TextBox& box, HWND parent) : WindowView(toolkit, box) {
+    Create(L"EDIT", ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE, parent);
+    Show();
+    TextChanged();
+}
+
+void Win32TextBox::TextChanged() {
+    settingText_ = true;
+    SetText(Handle(), Control().Text());
+    settingText_ = false;
+}
+
+void Win32TextBox::OnCommand(unsigned code, unsigned /*command*/) {
+    if (code == EN_CHANGE && !settingText_) {
+        Owner().Deliver([&box = Control(), text = TextOf(Handle())] { box.Type(text); });
+    }
+}
+
+LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    constexpr WPARAM kControlA = 1;
+    if (message == WM_CHAR && wParam == kControlA) {
+        SendMessageW(Handle(), EM_SETSEL, 0, -1);
+        return 0;
+    }
+    return WindowView::OnMessage(message, wParam, lParam);
+}
+
+Win32ComboBox::Win32ComboBox(Win32Toolkit& toolkit, ComboBox& box, HWND parent) : WindowView(toolkit, box) {
+    Create(L"COMBOBOX", CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP, 0, parent);
+    Show();
+    ItemsChanged();
+}
+
+/// The window's height includes the list that drops down; the part that is always there follows the height of
+/// its text.
+void Win32ComboBox::Moved() {
+    constexpr int kMostItemsInSight = 12;
+    Place(Handle(), Control());
+    RECT rect{};
+    GetWindowRect(Handle(), &rect);
+    Container& container = *Control().Parent();
+    const auto wanted = static_cast<int>(
+        std::lround(container.ScaleY(Control().Height(), container.ScaleMode(), ScaleMode::Pixel)));
+    const auto textHeight =
+        static_cast<int>(SendMessageW(Handle(), CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
+    const int frame = HeightOf(Handle()) - textHeight;
+    SendMessageW(Handle(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(wanted - frame, 1));
+    const auto itemHeight = static_cast<int>(SendMessageW(Handle(), CB_GETITEMHEIGHT, 0, 0));
+    SetWindowPos(Handle(), nullptr, 0, 0, rect.right - rect.left, wanted + kMostItemsInSight * itemHeight,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void Win32ComboBox::ItemsChanged() {
+    const auto& items = Control().Items();
+    for (auto i = static_cast<std::size_t>(SendMessageW(Handle(), CB_GETCOUNT, 0, 0)); i < items.size();
+         ++i) {
+        SendMessageW(Handle(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(items[i]).c_str()));
+    }
+    SelectionChanged();
+}
+
+void Win32ComboBox::SelectionChanged() {
+    SendMessageW(Handle(), CB_SETCURSEL, static_cast<WPARAM>(Control().ListIndex()), 0);
+}
+
+void Win32ComboBox::OnCommand(unsigned code, unsigned /*command*/) {
+    if (code == CBN_SELCHANGE || code == CBN_CLOSEUP) {
+        const auto index = static_cast<int>(SendMessageW(Handle(), CB_GETCURSEL, 0, 0));
+        Owner().Deliver([&box = Control(), index] { box.SetListIndex(index); });
+    }
+}
+
+}  // namespace ostrevin::win32
