@@ -15,15 +15,33 @@ void Check(HRESULT result) {
     }
 }
 
-std::string Message(HRESULT result) {
+std::string Message(HRESULT result, const std::string& description) {
     std::array<char, 40> text{};
     std::snprintf(text.data(), text.size(), "Automation error 0x%08lX", static_cast<unsigned long>(result));
-    return text.data();
+    return text.data() + (description.empty() ? std::string() : ": " + description);
+}
+
+std::string TakeText(BSTR text) {
+    std::string utf8 = Utf8({text, SysStringLen(text)});
+    SysFreeString(text);
+    return utf8;
+}
+
+/// What a called object told about its failure, as an error.
+AutomationError Told(EXCEPINFO& failure) {
+    if (failure.pfnDeferredFillIn != nullptr) {
+        failure.pfnDeferredFillIn(&failure);
+    }
+    SysFreeString(failure.bstrSource);
+    SysFreeString(failure.bstrHelpFile);
+    return AutomationError(failure.scode != 0 ? failure.scode : DISP_E_EXCEPTION,
+                           TakeText(failure.bstrDescription));
 }
 
 }  // namespace
 
-AutomationError::AutomationError(HRESULT result) : std::runtime_error(Message(result)) {}
+AutomationError::AutomationError(HRESULT result, const std::string& description)
+    : std::runtime_error(Message(result, description)) {}
 
 Variant::Variant() {
     VariantInit(&value_);
@@ -70,16 +88,16 @@ AutomationObject::AutomationObject(Variant& value) {
     *object_.Put() = V_DISPATCH(object.Get());
 }
 
-Variant AutomationObject::Property(const wchar_t* name) const {
-    return Invoke(MemberNamed(name), DISPATCH_PROPERTYGET, {});
-}
-
-Variant AutomationObject::Call(const wchar_t* method, std::span<const VARIANT> arguments) const {
-    return Invoke(MemberNamed(method), DISPATCH_METHOD, arguments);
+Variant AutomationObject::Get(const wchar_t* member, std::span<const VARIANT> arguments) const {
+    std::wstring text = member;
+    LPOLESTR names = text.data();
+    DISPID number = DISPID_UNKNOWN;
+    Check(object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &number));
+    return Invoke(number, arguments);
 }
 
 std::vector<AutomationObject> AutomationObject::Items() const {
-    Variant enumerator = Invoke(DISPID_NEWENUM, DISPATCH_METHOD | DISPATCH_PROPERTYGET, {});
+    Variant enumerator = Invoke(DISPID_NEWENUM, {});
     Variant unknown;
     Check(VariantChangeType(unknown.Get(), enumerator.Get(), 0, VT_UNKNOWN));
     ComPointer<IEnumVARIANT> items;
@@ -96,20 +114,18 @@ std::vector<AutomationObject> AutomationObject::Items() const {
     }
 }
 
-DISPID AutomationObject::MemberNamed(const wchar_t* name) const {
-    std::wstring text = name;
-    LPOLESTR names = text.data();
-    DISPID member = DISPID_UNKNOWN;
-    Check(object_->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &member));
-    return member;
-}
-
-Variant AutomationObject::Invoke(DISPID member, WORD kind, std::span<const VARIANT> arguments) const {
+Variant AutomationObject::Invoke(DISPID member, std::span<const VARIANT> arguments) const {
     std::vector<VARIANT> lastFirst(arguments.rbegin(), arguments.rend());
     DISPPARAMS parameters{lastFirst.data(), nullptr, static_cast<UINT>(lastFirst.size()), 0};
     Variant result;
-    Check(object_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters, result.Get(), nullptr,
-                          nullptr));
+    EXCEPINFO failure{};
+    const HRESULT code =
+        object_->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD | DISPATCH_PROPERTYGET,
+                        &parameters, result.Get(), &failure, nullptr);
+    if (code == DISP_E_EXCEPTION) {
+        throw Told(failure);
+    }
+    Check(code);
     return result;
 }
 

@@ -16,7 +16,8 @@ namespace ostrevin::windows {
 /// A call that failed.
 class AutomationError : public std::runtime_error {
   public:
-    explicit AutomationError(HRESULT result);
+    /// What the called object says about the failure may be empty.
+    explicit AutomationError(HRESULT result, const std::string& description = {});
 };
 
 /// A value of any type, freed at the end of its life.
@@ -48,15 +49,14 @@ class AutomationObject {
     /// The object that a value refers to.
     explicit AutomationObject(Variant& value);
 
-    [[nodiscard]] Variant Property(const wchar_t* name) const;
-    /// The arguments stand in the order of the method.
-    Variant Call(const wchar_t* method, std::span<const VARIANT> arguments) const;
+    /// A method or a property, between which a script does not tell. The arguments stand in the method's
+    /// order.
+    Variant Get(const wchar_t* member, std::span<const VARIANT> arguments = {}) const;
     /// What a collection holds.
     [[nodiscard]] std::vector<AutomationObject> Items() const;
 
   private:
-    [[nodiscard]] DISPID MemberNamed(const wchar_t* name) const;
-    Variant Invoke(DISPID member, WORD kind, std::span<const VARIANT> arguments) const;
+    Variant Invoke(DISPID member, std::span<const VARIANT> arguments) const;
 
     ComPointer<IDispatch> object_;
 };

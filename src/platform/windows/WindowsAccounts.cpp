@@ -17,7 +17,7 @@ constexpr const wchar_t* kNamespace = L"winmgmts:{impersonationLevel=impersonate
 
 std::vector<AutomationObject> Query(const AutomationObject& service, const std::wstring& query) {
     Variant text(query);
-    Variant records = service.Call(L"ExecQuery", {text.Get(), 1});
+    Variant records = service.Get(L"ExecQuery", {text.Get(), 1});
     return AutomationObject(records).Items();
 }
 
@@ -34,7 +34,7 @@ ProcessOwner OwnerOf(const AutomationObject& process) {
     Variant user;
     Variant domain;
     const std::array<VARIANT, 2> outputs = {Output(user), Output(domain)};
-    Variant result = process.Call(L"getowner", outputs);
+    Variant result = process.Get(L"getowner", outputs);
     return {static_cast<std::uint32_t>(result.Number()), user.Text()};
 }
 
@@ -63,8 +63,7 @@ std::vector<GroupUser> WindowsPlatform::GroupUsers() {
     std::vector<GroupUser> records;
     for (const AutomationObject& record :
          Query(service, L"Select GroupComponent, PartComponent from Win32_GroupUser")) {
-        records.push_back(
-            {record.Property(L"groupcomponent").Text(), record.Property(L"PartComponent").Text()});
+        records.push_back({record.Get(L"groupcomponent").Text(), record.Get(L"PartComponent").Text()});
     }
     return records;
 }
@@ -74,7 +73,7 @@ std::vector<std::string> WindowsPlatform::UserAccountNames(const std::string& si
     std::vector<std::string> names;
     for (const AutomationObject& account :
          Query(service, L"Select Name from Win32_UserAccount Where SID='" + windows::Wide(sid) + L"'")) {
-        names.push_back(account.Property(L"Name").Text());
+        names.push_back(account.Get(L"Name").Text());
     }
     return names;
 }

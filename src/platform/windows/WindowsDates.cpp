@@ -42,28 +42,31 @@ std::string FromDate(double date, ULONG part) {
     return utf8;
 }
 
-std::string LocalDate(const SystemTime& civil) {
-    bool changed = false;
-    const std::wstring picture = ShortDatePicture(changed);
-    if (changed) {
-        SYSTEMTIME day{};
-        day.wYear = static_cast<WORD>(civil.year);
-        day.wMonth = static_cast<WORD>(civil.month);
-        day.wDay = static_cast<WORD>(civil.day);
-        std::array<wchar_t, 160> text{};
-        if (GetDateFormatW(LOCALE_USER_DEFAULT, 0, &day, picture.c_str(), text.data(),
-                           static_cast<int>(text.size())) != 0) {
-            return Utf8(text.data());
-        }
-    }
-    return FromDate(static_cast<double>(DaysFromCivil(civil.year, civil.month, civil.day)),
-                    VAR_DATEVALUEONLY);
-}
-
 std::string PlainDate(const SystemTime& civil) {
     std::array<char, 40> text{};
     std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", civil.year, civil.month, civil.day);
     return text.data();
+}
+
+std::string LocalDate(const SystemTime& civil) {
+    bool changed = false;
+    const std::wstring picture = ShortDatePicture(changed);
+    std::string text;
+    if (!changed) {
+        const auto day = static_cast<double>(DaysFromCivil(civil.year, civil.month, civil.day));
+        text = FromDate(day, VAR_DATEVALUEONLY);  // nothing for the day 0, which is none to OLE automation
+    }
+    if (text.empty()) {
+        SYSTEMTIME day{};
+        day.wYear = static_cast<WORD>(civil.year);
+        day.wMonth = static_cast<WORD>(civil.month);
+        day.wDay = static_cast<WORD>(civil.day);
+        std::array<wchar_t, 160> written{};
+        GetDateFormatW(LOCALE_USER_DEFAULT, 0, &day, picture.c_str(), written.data(),
+                       static_cast<int>(written.size()));
+        text = Utf8(written.data());  // nothing before 1601, where the call's calendar begins
+    }
+    return text.empty() ? PlainDate(civil) : text;
 }
 
 std::string PlainTime(const SystemTime& civil) {
