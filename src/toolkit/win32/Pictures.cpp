@@ -57,29 +57,62 @@ std::span<const std::byte> Resource(const std::wstring& name) {
     return {static_cast<const std::byte*>(LockResource(loaded)), SizeofResource(nullptr, place)};
 }
 
-/// The points of a bitmap file with 32 bits to a point, whose rows are stored from the bottom up.
+/// A bitmap of width x height points, and where these are.
+BitmapPtr MakeBitmap(int width, int height, std::uint32_t** points) {
+    BITMAPINFO info = {};
+    info.bmiHeader.biSize = sizeof(info.bmiHeader);
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    BitmapPtr bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    *points = static_cast<std::uint32_t*>(bits);
+    return bitmap;
+}
+
+/// Copies points of 32 bits, turning the order of the rows about: bitmaps have them from the bottom up.
+void CopyRows(const void* from, void* to, int width, int height) {
+    const std::size_t rowSize = static_cast<std::size_t>(width) * sizeof(std::uint32_t);
+    const auto rows = static_cast<std::size_t>(height);
+    for (std::size_t row = 0; row < rows; ++row) {
+        std::memcpy(static_cast<std::byte*>(to) + (rows - 1 - row) * rowSize,
+                    static_cast<const std::byte*>(from) + row * rowSize, rowSize);
+    }
+}
+
+/// Fills a picture with the points of an opaque bitmap, of any kind that Windows knows.
+void ReadOpaque(const BITMAPINFO& info, const std::byte* stored, Picture& picture) {
+    std::uint32_t* points = nullptr;
+    const BitmapPtr bitmap = MakeBitmap(picture.width, picture.height, &points);
+    if (bitmap == nullptr) {
+        return;
+    }
+    const HDC screen = GetDC(nullptr);
+    SetDIBits(screen, bitmap.get(), 0, static_cast<UINT>(picture.height), stored, &info, DIB_RGB_COLORS);
+    ReleaseDC(nullptr, screen);
+    GdiFlush();
+    CopyRows(points, picture.pixels.data(), picture.width, picture.height);
+    for (std::uint32_t& point : picture.pixels) {
+        point |= 0xFF000000U;
+    }
+}
+
+/// The picture of a bitmap file. One with 32 bits to a point has alpha, all others are opaque.
 Picture Parse(std::span<const std::byte> file) {
-    BITMAPFILEHEADER fileHeader = {};
-    BITMAPINFOHEADER header = {};
-    if (file.size() < sizeof(fileHeader) + sizeof(header)) {
+    BITMAPFILEHEADER header = {};
+    if (file.size() < sizeof(header) + sizeof(BITMAPINFOHEADER)) {
         return {};
     }
-    std::memcpy(&fileHeader, file.data(), sizeof(fileHeader));
-    std::memcpy(&header, file.data() + sizeof(fileHeader), sizeof(header));
-    const auto width = static_cast<std::size_t>(header.biWidth);
-    const auto height = static_cast<std::size_t>(header.biHeight);
-    const std::size_t rowSize = width * sizeof(std::uint32_t);
-    if (header.biBitCount != 32 || header.biWidth <= 0 || header.biHeight <= 0 ||
-        file.size() < fileHeader.bfOffBits + rowSize * height) {
-        return {};
-    }
-    Picture picture;
-    picture.width = header.biWidth;
-    picture.height = header.biHeight;
-    picture.pixels.resize(width * height);
-    for (std::size_t row = 0; row < height; ++row) {
-        std::memcpy(&picture.pixels[(height - 1 - row) * width],
-                    file.data() + fileHeader.bfOffBits + row * rowSize, rowSize);
+    std::memcpy(&header, file.data(), sizeof(header));
+    const auto& info = *reinterpret_cast<const BITMAPINFO*>(file.data() + sizeof(header));
+    const std::byte* stored = file.data() + header.bfOffBits;
+    Picture picture{info.bmiHeader.biWidth, info.bmiHeader.biHeight, {}};
+    picture.pixels.resize(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height));
+    if (info.bmiHeader.biBitCount == 32) {
+        CopyRows(stored, picture.pixels.data(), picture.width, picture.height);
+    } else {
+        ReadOpaque(info, stored, picture);
     }
     return picture;
 }
@@ -137,21 +170,10 @@ Picture ReadPicture(const std::string& name, int wantedWidth) {
 }
 
 BitmapPtr MakeBitmap(const Picture& picture) {
-    BITMAPINFO info = {};
-    info.bmiHeader.biSize = sizeof(info.bmiHeader);
-    info.bmiHeader.biWidth = picture.width;
-    info.bmiHeader.biHeight = picture.height;
-    info.bmiHeader.biPlanes = 1;
-    info.bmiHeader.biBitCount = 32;
-    void* bits = nullptr;
-    BitmapPtr bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    std::uint32_t* points = nullptr;
+    BitmapPtr bitmap = MakeBitmap(picture.width, picture.height, &points);
     if (bitmap != nullptr) {
-        const auto width = static_cast<std::size_t>(picture.width);
-        const auto height = static_cast<std::size_t>(picture.height);
-        for (std::size_t row = 0; row < height; ++row) {
-            std::memcpy(static_cast<std::uint32_t*>(bits) + (height - 1 - row) * width,
-                        &picture.pixels[row * width], width * sizeof(std::uint32_t));
-        }
+        CopyRows(picture.pixels.data(), points, picture.width, picture.height);
     }
     return bitmap;
 }
