@@ -236,17 +236,15 @@ void Win32FormView::ShowModal() {
 /// The windows of forms that take input, the foremost first.
 std::vector<HWND> Win32FormView::FormsWithInput() {
     std::vector<HWND> windows;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM found) -> BOOL {
-            if (Of(window) != nullptr && IsWindowVisible(window) != FALSE &&
-                IsWindowEnabled(window) != FALSE) {
-                reinterpret_cast<std::vector<HWND>*>(found)->push_back(window);
-            }
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&windows));
+    EnumThreadWindows(GetCurrentThreadId(), AddFormWithInput, reinterpret_cast<LPARAM>(&windows));
     return windows;
+}
+
+BOOL CALLBACK Win32FormView::AddFormWithInput(HWND window, LPARAM windows) {
+    if (Of(window) != nullptr && IsWindowVisible(window) != FALSE && IsWindowEnabled(window) != FALSE) {
+        reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+    }
+    return TRUE;
 }
 
 void Win32FormView::BeginModal(ModalTime& time) {

@@ -94,6 +94,7 @@ class Win32FormView final : public FormView, private ControlVisitor {
 
     // Modality.
     static std::vector<HWND> FormsWithInput();
+    static BOOL CALLBACK AddFormWithInput(HWND window, LPARAM windows);
     void BeginModal(ModalTime& time);
     void EndModal();
 
