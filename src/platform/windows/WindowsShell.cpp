@@ -1,11 +1,11 @@
 #include <windows.h>
-#include <cstdlib>
 #include <shlobj.h>
 #include <string>
 #include <utility>
 
 #include "platform/ShellFolder.h"
 #include "platform/windows/AnsiText.h"
+#include "platform/windows/BitmapPoints.h"
 #include "platform/windows/ComPointer.h"
 #include "platform/windows/WindowsPlatform.h"
 
@@ -30,37 +30,6 @@ ItemList ListOf(LPITEMIDLIST list) {
 
 LPITEMIDLIST Native(ItemList list) {
     return reinterpret_cast<LPITEMIDLIST>(static_cast<ULONG_PTR>(list));
-}
-
-/// The points of a bitmap; null when they cannot be read. What its fourth bytes mean is nowhere said, and
-/// what draws a bitmap draws every point, so all are opaque.
-BitmapHandle PointsOf(HBITMAP bitmap) {
-    BITMAP header{};
-    if (GetObjectW(bitmap, sizeof header, &header) == 0 || header.bmWidth <= 0 || header.bmHeight == 0) {
-        return nullptr;
-    }
-    auto result = std::make_unique<Bitmap>();
-    result->width = header.bmWidth;
-    result->height = std::abs(header.bmHeight);
-    result->points.resize(static_cast<std::size_t>(result->width) * static_cast<std::size_t>(result->height));
-    BITMAPINFO wanted{};
-    wanted.bmiHeader.biSize = sizeof wanted.bmiHeader;
-    wanted.bmiHeader.biWidth = result->width;
-    wanted.bmiHeader.biHeight = -result->height;  // the top row first
-    wanted.bmiHeader.biPlanes = 1;
-    wanted.bmiHeader.biBitCount = 32;
-    wanted.bmiHeader.biCompression = BI_RGB;
-    const HDC screen = GetDC(nullptr);
-    const int rows = GetDIBits(screen, bitmap, 0, static_cast<UINT>(result->height), result->points.data(),
-                               &wanted, DIB_RGB_COLORS);
-    ReleaseDC(nullptr, screen);
-    if (rows != result->height) {
-        return nullptr;
-    }
-    for (std::uint32_t& point : result->points) {
-        point |= 0xFF000000U;
-    }
-    return result;
 }
 
 class WindowsShellMalloc final : public ShellMalloc {
@@ -98,7 +67,7 @@ class WindowsImageExtractor final : public ImageExtractor {
         if (FAILED(extractor_->Extract(&extracted))) {
             return false;
         }
-        bitmap = extracted == nullptr ? nullptr : PointsOf(extracted);
+        bitmap = extracted == nullptr ? nullptr : windows::PointsOf(extracted);
         DeleteObject(extracted);
         return true;
     }
