@@ -45,7 +45,7 @@ class Examiner {
 
     std::string programFolder_;
     DateWriter dates_;
-    std::vector<std::int64_t> openers_;  // processes that were started and have not been seen to end
+    std::vector<std::int64_t> openers_;  // where they end as children of ours: those not yet seen to end
 };
 
 }  // namespace ostrevin

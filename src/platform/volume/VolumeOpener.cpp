@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/FilePath.h"
 #include "platform/Text.h"
 #include "platform/volume/CharsetDecoder.h"
 #include "platform/volume/Examiner.h"
@@ -30,7 +31,7 @@ bool IsUtf8(std::string_view text) {
 
 /// The first bytes of a file of the host; none when it cannot be read.
 std::optional<std::string> BeginningOf(const std::string& hostFile) {
-    std::ifstream stream(hostFile, std::ios::binary);
+    std::ifstream stream(FilePath(hostFile), std::ios::binary);
     std::string beginning(kTellingBytes, '\0');
     stream.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
     if (stream.bad() || !stream.is_open()) {
@@ -82,7 +83,8 @@ int VolumeOpener::OpenOwnFile(const std::string& file, const std::string& applic
     if (place.empty()) {
         return kOpenFileNotFound;
     }
-    if (!place.starts_with(examiner_.ResolvedPath(applicationFolder) + "/")) {
+    const char separator = applicationFolder.back();
+    if (!place.starts_with(examiner_.ResolvedPath(applicationFolder) + separator)) {
         return kOpenRefused;
     }
     return OpenHostFile(place);

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/Dates.h"
+#include "platform/FilePath.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/volume/lnk/FileShellLink.h"
@@ -262,7 +263,7 @@ bool VolumePlatform::StartProgram(const std::string& /*commandLine*/) {
 
 /// Writes a file by an absolute path of the host, unless that lies within the evidence.
 bool VolumePlatform::SaveOutside(const std::string& hostPath, std::span<const std::byte> bytes) {
-    if (!hostPath.starts_with('/')) {
+    if (!FilePath(hostPath).is_absolute()) {
         return false;
     }
     try {

@@ -1,85 +1,30 @@
 #include "platform/volume/CharsetDecoder.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
-#include <iconv.h>
 #include <utility>
 
 #include "platform/Text.h"
+#include "platform/volume/CharsetConverter.h"
 
 namespace ostrevin {
 namespace {
 
-constexpr char kUtf8[] = "UTF-8";
 constexpr std::size_t kLongestCharacter = 4;  // in bytes, of any set in use
 
-std::string NameOf(std::uint32_t codePage) {
-    return "CP" + std::to_string(codePage);
+/// The converter of a set, or of that of western Windows where it is not known.
+template <typename Make>
+std::unique_ptr<CharsetConverter> KnownConverter(const Make& make, const std::string& charset) {
+    std::unique_ptr<CharsetConverter> converter = make(charset);
+    return converter ? std::move(converter) : make(CharsetName(kWesternCodePage));
 }
 
 }  // namespace
 
-/// The host's conversion.
-class CharsetConverter {
-  public:
-    enum class Result { Done, Incomplete, Invalid };
-
-    CharsetConverter(const std::string& to, const std::string& from)
-        : handle_(iconv_open(to.c_str(), from.c_str())) {}
-    ~CharsetConverter() {
-        if (IsOpen()) {
-            iconv_close(handle_);
-        }
-    }
-    CharsetConverter(const CharsetConverter&) = delete;
-    CharsetConverter& operator=(const CharsetConverter&) = delete;
-
-    [[nodiscard]] bool IsOpen() const {
-        // The library's own mark of a failed opening is the pointer of all bits set.
-        return reinterpret_cast<std::uintptr_t>(handle_) != static_cast<std::uintptr_t>(-1);
-    }
-
-    /// Converts the bytes of one character.
-    Result Convert(std::string_view bytes, std::string& text) {
-        if (!IsOpen()) {
-            return Result::Invalid;
-        }
-        iconv(handle_, nullptr, nullptr, nullptr, nullptr);
-        std::string input(bytes);
-        std::array<char, 32> output{};
-        char* in = input.data();
-        char* out = output.data();
-        std::size_t inLeft = input.size();
-        std::size_t outLeft = output.size();
-        if (iconv(handle_, &in, &inLeft, &out, &outLeft) == kFailed) {
-            return errno == EINVAL ? Result::Incomplete : Result::Invalid;
-        }
-        // Some sets hold a letter back, in case that a mark follows which belongs to it.
-        iconv(handle_, nullptr, nullptr, &out, &outLeft);
-        text.assign(output.data(), output.size() - outLeft);
-        return Result::Done;
-    }
-
-  private:
-    static constexpr auto kFailed = static_cast<std::size_t>(-1);
-
-    iconv_t handle_;
-};
-
-namespace {
-
-/// The name of the set, or of that of western Windows where it is not known.
-std::string KnownCharset(const std::string& charset) {
-    return CharsetConverter(kUtf8, charset).IsOpen() ? charset : NameOf(kWesternCodePage);
-}
-
-}  // namespace
-
-CharsetDecoder::CharsetDecoder(std::uint32_t codePage) : CharsetDecoder(NameOf(codePage)) {}
+CharsetDecoder::CharsetDecoder(std::uint32_t codePage) : CharsetDecoder(CharsetName(codePage)) {}
 
 CharsetDecoder::CharsetDecoder(const std::string& charset)
-    : converter_(std::make_unique<CharsetConverter>(kUtf8, KnownCharset(charset))) {
+    : converter_(KnownConverter(ConverterFrom, charset)) {
     for (std::size_t byte = 0; byte < characters_.size(); ++byte) {
         std::string& character = characters_.at(byte);
         const char alone = static_cast<char>(byte);
@@ -129,8 +74,7 @@ std::string CharsetDecoder::Decode(std::string_view bytes) const {
 }
 
 CharsetEncoder::CharsetEncoder(std::uint32_t codePage)
-    : converter_(std::make_unique<CharsetConverter>(KnownCharset(NameOf(codePage)), kUtf8)),
-      decoder_(codePage) {}
+    : converter_(KnownConverter(ConverterTo, CharsetName(codePage))), decoder_(codePage) {}
 
 CharsetEncoder::~CharsetEncoder() = default;
 CharsetEncoder::CharsetEncoder(CharsetEncoder&&) noexcept = default;
@@ -159,7 +103,7 @@ std::string CharsetEncoder::Encode(std::string_view text) const {
 
 void CharsetEncoder::AppendEncoded(std::string& bytes, std::string_view character) const {
     std::string encoded;
-    // The library passes over some characters without a word.
+    // The host may pass over some characters without a word.
     if (converter_->Convert(character, encoded) == CharsetConverter::Result::Done && !encoded.empty()) {
         bytes += encoded;
         return;
