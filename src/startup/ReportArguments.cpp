@@ -38,13 +38,14 @@ bool TakesValue(const std::string& option) {
 }
 
 /// Takes the options with their values, and the volume, each at most once.
-Options SplitArguments(const std::vector<std::string>& arguments, std::string& volume) {
+Options SplitArguments(const std::vector<std::string>& arguments, VolumeArgument need, std::string& volume) {
+    const std::string howMany = need == VolumeArgument::Needed ? "exactly" : "at most";
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
         if (!argument.starts_with('-')) {
             if (argument.empty() || !volume.empty()) {
-                throw UsageError("there must be exactly one volume");
+                throw UsageError("there must be " + howMany + " one volume");
             }
             volume = argument;
             continue;
@@ -62,8 +63,8 @@ Options SplitArguments(const std::vector<std::string>& arguments, std::string& v
             throw UsageError(argument + " is given twice");
         }
     }
-    if (volume.empty()) {
-        throw UsageError("there must be exactly one volume");
+    if (volume.empty() && need == VolumeArgument::Needed) {
+        throw UsageError("there must be " + howMany + " one volume");
     }
     return options;
 }
@@ -102,9 +103,9 @@ std::set<ReportSection> SectionsIn(std::string_view list) {
 
 }  // namespace
 
-ReportRequest ParseReportArguments(const std::vector<std::string>& arguments) {
+ReportRequest ParseReportArguments(const std::vector<std::string>& arguments, VolumeArgument volume) {
     ReportRequest request;
-    const Options options = SplitArguments(arguments, request.volume);
+    const Options options = SplitArguments(arguments, volume, request.volume);
     const FormatRule& rule = RuleOf(options);
     for (const auto& [option, value] : options) {
         if (!rule.options.contains(option)) {

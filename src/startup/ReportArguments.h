@@ -24,8 +24,11 @@ struct ReportRequest {
     std::optional<std::string> account;  ///< only accounts of this name
     std::set<ReportSection> sections;    ///< of Html; never empty
     std::string output;                  ///< of Csv a folder, of Html a folder or, with an account, a file
-    std::string volume;
+    std::string volume;                  ///< empty for the live machine
 };
+
+/// Whether the command line must name a volume: on a host with a live machine to report on it need not.
+enum class VolumeArgument { Needed, Optional };
 
 /// A command line that is no use of the program; its text tells why, in one line.
 class UsageError : public std::runtime_error {
@@ -36,6 +39,7 @@ class UsageError : public std::runtime_error {
 extern const char* const kReportUsage;
 
 /// Throws UsageError.
-[[nodiscard]] ReportRequest ParseReportArguments(const std::vector<std::string>& arguments);
+[[nodiscard]] ReportRequest ParseReportArguments(const std::vector<std::string>& arguments,
+                                                 VolumeArgument volume);
 
 }  // namespace ostrevin

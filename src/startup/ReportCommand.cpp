@@ -15,6 +15,12 @@ namespace ostrevin {
 namespace {
 
 constexpr char kProgram[] = "ostrevin-report: ";
+constexpr char kLiveUsage[] = "Without VOLUME it reports on this machine.\n";
+
+/// What a report is on, as messages name it.
+std::string SubjectOf(const ReportRequest& request) {
+    return request.volume.empty() ? "this machine" : request.volume;
+}
 
 /// Wants what the command line wants, and tells nobody how far it is.
 class SilentClient : public ReportClient {
@@ -71,7 +77,7 @@ class Reporter {
             }
         }
         if (named.empty()) {
-            throw std::runtime_error(request_.volume + ": no account has a name");
+            throw std::runtime_error(SubjectOf(request_) + ": no account has a name");
         }
         platform_.CreateOutputFolder(request_.output);
         ReportFileNames names;
@@ -93,7 +99,7 @@ class Reporter {
             }
         }
         if (request_.account && wanted.empty()) {
-            throw std::runtime_error(request_.volume + ": no account is named " + *request_.account);
+            throw std::runtime_error(SubjectOf(request_) + ": no account is named " + *request_.account);
         }
         return wanted;
     }
@@ -113,7 +119,7 @@ void WriteReport(const ReportRequest& request, Platform& platform, std::ostream&
                          {GetLoggedOnUserName(platform), [&] { return GetLoggedOnUserName(platform); },
                           [&](const std::string& line) { errors << kProgram << line << '\n'; }});
     if (!accounts.LoadAccountSIDSFromRegistry()) {
-        throw std::runtime_error(request.volume + ": its registry has no list of profiles");
+        throw std::runtime_error(SubjectOf(request) + ": its registry has no list of profiles");
     }
     accounts.LoadAccountNamesFromSID();
     Reporter(request, platform, accounts).Write(output);
@@ -124,15 +130,18 @@ void WriteReport(const ReportRequest& request, Platform& platform, std::ostream&
 
 }  // namespace
 
-int RunReport(const std::vector<std::string>& arguments, const OpenPlatform& open, std::ostream& output,
+int RunReport(const std::vector<std::string>& arguments, const ReportHost& host, std::ostream& output,
               std::ostream& errors) {
+    const auto need = host.openLiveMachine ? VolumeArgument::Optional : VolumeArgument::Needed;
     try {
-        const ReportRequest request = ParseReportArguments(arguments);
-        const std::unique_ptr<Platform> platform = open(request.volume);
+        const ReportRequest request = ParseReportArguments(arguments, need);
+        const std::unique_ptr<Platform> platform =
+            request.volume.empty() ? host.openLiveMachine() : host.openVolume(request.volume);
         WriteReport(request, *platform, output, errors);
         return kReportDone;
     } catch (const UsageError& error) {
-        errors << kReportUsage << kProgram << error.what() << '\n';
+        errors << kReportUsage << (need == VolumeArgument::Optional ? kLiveUsage : "") << kProgram
+               << error.what() << '\n';
         return kReportUsageError;
     } catch (const std::exception& failure) {
         errors << kProgram << failure.what() << '\n';

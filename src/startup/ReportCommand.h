@@ -14,12 +14,16 @@ namespace ostrevin {
 /// Exit codes of ostrevin-report.
 enum ReportExit : int { kReportDone = 0, kReportCannot = 1, kReportUsageError = 2 };
 
-/// Opens the volume to report on; throws std::exception when it cannot.
-using OpenPlatform = std::function<std::unique_ptr<Platform>(const std::string& volume)>;
+/// What a host has to report on. Both throw std::exception when that cannot be opened.
+struct ReportHost {
+    std::function<std::unique_ptr<Platform>(const std::string& volume)> openVolume;
+    /// The machine that the program runs on; empty where a volume must be named.
+    std::function<std::unique_ptr<Platform>()> openLiveMachine;
+};
 
 /// Does what the command line asks for. An error is one line on errors, after the usage where that is wrong.
 /// Returns the exit code.
-int RunReport(const std::vector<std::string>& arguments, const OpenPlatform& open, std::ostream& output,
+int RunReport(const std::vector<std::string>& arguments, const ReportHost& host, std::ostream& output,
               std::ostream& errors);
 
 }  // namespace ostrevin

@@ -10,5 +10,5 @@ int main(int count, char** arguments) {
         return ostrevin::VolumePlatform::Open(
             volume, [](const std::string& line) { std::cerr << "ostrevin-report: " << line << '\n'; });
     };
-    return ostrevin::RunReport({arguments + 1, arguments + count}, open, std::cout, std::cerr);
+    return ostrevin::RunReport({arguments + 1, arguments + count}, {open, {}}, std::cout, std::cerr);
 }

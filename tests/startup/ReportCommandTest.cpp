@@ -73,16 +73,22 @@ std::unique_ptr<MemoryPlatform> MakeMachine(Files& files) {
 class ReportCommandTest : public ::testing::Test {
   protected:
     int Run(const std::vector<std::string>& arguments) {
-        return RunReport(
-            arguments,
-            [this](const std::string& /*volume*/) {
-                std::unique_ptr<MemoryPlatform> machine = MakeMachine(files);
-                if (prepare) {
-                    prepare(*machine);
-                }
-                return machine;
-            },
-            output, errors);
+        return RunReport(arguments, {[this](const std::string& /*volume*/) { return Prepared(); }, {}}, output,
+                         errors);
+    }
+    /// The same on a host with a live machine.
+    int RunLive(const std::vector<std::string>& arguments) {
+        const auto noVolume = [](const std::string& volume) -> std::unique_ptr<Platform> {
+            throw std::runtime_error(volume + ": no Windows folder");
+        };
+        return RunReport(arguments, {noVolume, [this] { return Prepared(); }}, output, errors);
+    }
+    std::unique_ptr<MemoryPlatform> Prepared() {
+        std::unique_ptr<MemoryPlatform> machine = MakeMachine(files);
+        if (prepare) {
+            prepare(*machine);
+        }
+        return machine;
     }
     [[nodiscard]] std::vector<std::string> FileNames() const {
         std::vector<std::string> names;
@@ -125,6 +131,23 @@ TEST_F(ReportCommandTest, WritesEveryEntryInTheOrderOfTheTabs) {
     EXPECT_EQ(output.str(), std::string(kOfAnna) + kOfBen);
 }
 
+TEST_F(ReportCommandTest, ReportsOnTheLiveMachineWhereThereIsOne) {
+    EXPECT_EQ(RunLive({"--format", "jsonl"}), 0);
+    EXPECT_EQ(output.str(), std::string(kOfAnna) + kOfBen);
+    EXPECT_EQ(errors.str(), "");
+    EXPECT_EQ(RunLive({"--format", "jsonl", "--account", "Ben"}), 1);
+    EXPECT_EQ(errors.str(), "ostrevin-report: this machine: no account is named Ben\n");
+    errors.str("");
+    EXPECT_EQ(RunLive({"--format", "jsonl", "here"}), 1);
+    EXPECT_EQ(errors.str(), "ostrevin-report: here: no Windows folder\n") << "a volume is one";
+    errors.str("");
+    EXPECT_EQ(RunLive({"--accounts", "one", "two"}), 2);
+    EXPECT_TRUE(errors.str().ends_with("Without VOLUME it reports on this machine.\n"
+                                       "ostrevin-report: there must be at most one volume\n"))
+        << errors.str();
+    EXPECT_EQ(RunLive({"--accounts", ""}), 2) << "an empty name is none";
+}
+
 TEST_F(ReportCommandTest, WritesOneAccountAlone) {
     EXPECT_EQ(Run({"--format", "jsonl", "--account", "ben", "volume"}), 0);
     EXPECT_EQ(output.str(), kOfBen);
@@ -140,7 +163,7 @@ TEST_F(ReportCommandTest, AVolumeThatCannotBeOpenedIsAnErrorOfOneLine) {
     const auto refuse = [](const std::string& volume) -> std::unique_ptr<Platform> {
         throw std::runtime_error(volume + ": no Windows folder");
     };
-    EXPECT_EQ(RunReport({"--accounts", "here"}, refuse, output, errors), 1);
+    EXPECT_EQ(RunReport({"--accounts", "here"}, {refuse, {}}, output, errors), 1);
     EXPECT_EQ(errors.str(), "ostrevin-report: here: no Windows folder\n");
 }
 
