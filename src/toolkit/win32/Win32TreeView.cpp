@@ -12,6 +12,14 @@ bool IsMove(WPARAM key) {
     return key >= VK_PRIOR && key <= VK_DOWN;  // pages, ends and arrows
 }
 
+/// Whether a node, or null, stands somewhere below another one.
+bool IsIn(const TreeNode* node, const TreeNode* above) {
+    while (node != nullptr && node->Parent() != above) {
+        node = node->Parent();
+    }
+    return node != nullptr;
+}
+
 }  // namespace
 
 Win32TreeView::Win32TreeView(Win32Toolkit& toolkit, TreeView& tree, HWND parent)
@@ -66,10 +74,6 @@ TreeNode* Win32TreeView::NodeOf(HTREEITEM item) const {
     return known ? reinterpret_cast<TreeNode*>(asked.lParam) : nullptr;
 }
 
-HTREEITEM Win32TreeView::SelectedNatively() const {
-    return reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, TVGN_CARET));
-}
-
 LRESULT Win32TreeView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_LBUTTONDOWN:
@@ -122,9 +126,9 @@ std::optional<LRESULT> Win32TreeView::OnNotify(NMHDR& header) {
         Choose(reinterpret_cast<TreeNode*>(change.itemNew.lParam));
     } else if (header.code == TVN_ITEMEXPANDEDW && change.action == TVE_COLLAPSE) {
         // A node that is closed takes the selection from the nodes in it.
-        TreeNode* node = NodeOf(SelectedNatively());
-        if (node != Control().SelectedItem()) {
-            Choose(node);
+        auto* closed = reinterpret_cast<TreeNode*>(change.itemNew.lParam);
+        if (IsIn(Control().SelectedItem(), closed)) {
+            Choose(closed);
         }
     }
     return std::nullopt;

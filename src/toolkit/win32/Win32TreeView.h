@@ -28,7 +28,6 @@ class Win32TreeView final : public WindowView<TreeViewView, TreeView> {
     }
     void AddWithChildren(TreeNode& node);
     [[nodiscard]] TreeNode* NodeOf(HTREEITEM item) const;
-    [[nodiscard]] HTREEITEM SelectedNatively() const;
     LRESULT Press(UINT message, WPARAM wParam, LPARAM lParam);
     /// A person chose a node; null is none.
     void Choose(TreeNode* node);
