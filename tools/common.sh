@@ -18,6 +18,12 @@
         chromium # to read the reports
         libchm-bin libhivex-bin liblnk-utils libmsiecf-utils libregf-utils reglookup # independent readers to compare with
     )
+    # The Windows edition: compilers, the makers of its icon and its zip, and what runs its tests.
+    kWindowsPackages=(
+        g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 icoutils imagemagick unzip zip
+        googletest # the sources, for a compiler that Debian has no library for
+        wine wine64
+    )
     kLintPackages=(clang-tidy shellcheck)
 }
 
