@@ -1,4 +1,4 @@
-# The pictures as resources: bitmaps NAME-WIDTH at 96 and 144 dots per inch and what lies beside these, and the icon.
+# The pictures as resources: bitmaps NAME-WIDTH, and the icon.
 find_program(CONVERT convert REQUIRED)
 find_program(ICOTOOL icotool REQUIRED)
 
@@ -19,8 +19,14 @@ endfunction()
 macro(transparent_bitmap name width)
     bitmap(${name} ${width} ${CMAKE_CURRENT_SOURCE_DIR}/png-to-bitmap ${name}-${width}.png ${name}-${width}.bmp)
 endmacro()
-foreach(name IN LISTS smallPictures)
-    foreach(size IN LISTS smallSizes)
+# As they are drawn at 96, 120, 144 and 192 dots per inch.
+foreach(name IN LISTS listPictures)
+    foreach(size 16 20 24 32)
+        transparent_bitmap(${name} ${size})
+    endforeach()
+endforeach()
+foreach(name IN LISTS toolbarPictures)
+    foreach(size 24 30 36 48)
         transparent_bitmap(${name} ${size})
     endforeach()
 endforeach()
@@ -33,11 +39,11 @@ foreach(width 420 630)
         -compress RLE BMP3:splash-${width}.bmp)
 endforeach()
 
-# The sizes that Windows 2000 and XP draw are bitmaps; only later systems look for the large ones, as PNG.
+# The sizes that Windows 2000 and XP draw are bitmaps; only later systems look for the large one, as PNG.
 set(small "")
 set(large "")
 set(icons "")
-foreach(size IN LISTS iconSizes)
+foreach(size 16 24 32 48 64 256)
     render(ostrevin ostrevin-${size} ${size})
     list(APPEND icons ${CMAKE_CURRENT_BINARY_DIR}/ostrevin-${size}.png)
     if(size GREATER 64)
