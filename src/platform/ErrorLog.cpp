@@ -1,8 +1,6 @@
 #include "platform/ErrorLog.h"
 
-#include <fstream>
-
-#include "platform/FilePath.h"
+#include "platform/HostFiles.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 
@@ -16,10 +14,7 @@ void ErrorLog::WriteLog(const std::string& text) {
     if (addDate_) {
         line.insert(0, platform_.DateToText(platform_.Now(), DateForm::General) + ", ");
     }
-    std::ofstream file(FilePath(fileName_), std::ios::binary | std::ios::app);
-    file << line;
-    file.close();
-    if (!file) {
+    if (!AppendToHostFile(fileName_, line)) {
         throw PathFileAccessError(fileName_);
     }
 }

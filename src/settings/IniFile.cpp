@@ -1,35 +1,16 @@
 #include "settings/IniFile.h"
 
 #include <algorithm>
-#include <array>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
+#include <optional>
 
-#include "platform/FilePath.h"
+#include "platform/HostFiles.h"
 #include "platform/RuntimeError.h"
 
 namespace ostrevin {
 namespace {
 
-namespace fs = std::filesystem;
-
 [[noreturn]] void RaiseFileError(const std::string& fileName) {
     throw RuntimeError(RuntimeError::kPathFileAccess, "Path/File access error: " + fileName);
-}
-
-std::string ReadText(const std::string& fileName) {
-    std::ifstream file(FilePath(fileName), std::ios::binary);
-    std::string text;
-    std::array<char, 65536> block{};
-    while (file) {
-        file.read(block.data(), block.size());
-        text.append(block.data(), static_cast<std::size_t>(file.gcount()));
-    }
-    if (!file.eof()) {
-        RaiseFileError(fileName);
-    }
-    return text;
 }
 
 /// Takes one line off the front; lines end with CR LF, CR or LF.
@@ -79,14 +60,15 @@ class LineWriter {
 }  // namespace
 
 void IniFile::LoadINI() {
-    std::error_code error;
-    if (!fs::is_regular_file(FilePath(fileName_), error)) {
+    if (!IsHostFile(fileName_)) {
         return;
     }
-    unread_ = true;
-    const std::string content = ReadText(fileName_);
-    unread_ = false;
-    std::string_view text = content;
+    const std::optional<std::string> content = ReadHostFile(fileName_);
+    unread_ = !content;
+    if (unread_) {
+        RaiseFileError(fileName_);
+    }
+    std::string_view text = *content;
     std::string section;
     std::size_t lineNumber = 0;
     while (!text.empty()) {
@@ -196,30 +178,7 @@ std::string IniFile::Text() const {
 }
 
 void IniFile::SaveINI() const {
-    if (unread_) {
-        RaiseFileError(fileName_);
-    }
-    // Written beside the file and then put in its place, so that a full disk costs nobody the former
-    // settings.
-    std::error_code error;
-    fs::path target = FilePath(fileName_);
-    // Only a link is followed: the canonical form of a network path loses its server where std::filesystem
-    // knows no such roots.
-    if (fs::is_symlink(target, error)) {
-        const fs::path linked = fs::weakly_canonical(target, error);
-        target = error ? target : linked;
-    }
-    fs::path fresh = target;
-    fresh += ".new";
-    std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-    file << Text();
-    file.close();
-    if (file) {
-        fs::rename(fresh, target, error);
-    }
-    if (!file || error) {
-        std::error_code ignored;
-        fs::remove(fresh, ignored);
+    if (unread_ || !ReplaceHostFile(fileName_, Text())) {
         RaiseFileError(fileName_);
     }
 }
