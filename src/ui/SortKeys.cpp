@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <optional>
@@ -61,14 +62,57 @@ std::string Pattern(std::string_view integer, std::string_view decimals) {
     return key;
 }
 
+/// A magnitude of which all bits are at hand: the integer, and the fraction in parts of 2 to the power of
+/// bits.
+struct FixedPoint {
+    std::uint64_t integer = 0;
+    std::uint64_t fraction = 0;
+    int bits = 0;
+};
+
+/// None for magnitudes so large or so small that their decimals do not come out of 64-bit arithmetic.
+std::optional<FixedPoint> ToFixedPoint(double magnitude) {
+    constexpr int kMantissaBits = std::numeric_limits<double>::digits;
+    constexpr int kMostBits = 60;  // ten times such a fraction fits
+    int exponent = 0;
+    const double mantissa = std::frexp(magnitude, &exponent);
+    const int bits = kMantissaBits - exponent;
+    if (bits < 0 || bits > kMostBits) {
+        return std::nullopt;
+    }
+    const auto all = static_cast<std::uint64_t>(std::ldexp(mantissa, kMantissaBits));
+    return FixedPoint{all >> bits, all & ((std::uint64_t{1} << bits) - 1), bits};
+}
+
+/// Rounds half to even, as the language does.
+std::string Format(FixedPoint number) {
+    const std::uint64_t one = std::uint64_t{1} << number.bits;
+    std::array<char, kDecimals> decimals{};
+    for (char& digit : decimals) {
+        number.fraction *= 10;
+        digit = static_cast<char>('0' + (number.fraction >> number.bits));
+        number.fraction &= one - 1;
+    }
+    const bool odd = (decimals.back() - '0') % 2 != 0;
+    bool carry = 2 * number.fraction > one || (2 * number.fraction == one && odd);
+    for (auto digit = decimals.rbegin(); carry && digit != decimals.rend(); ++digit) {
+        carry = *digit == '9';
+        *digit = carry ? '0' : static_cast<char>(*digit + 1);
+    }
+    return Pattern(std::to_string(number.integer + (carry ? 1 : 0)), {decimals.data(), decimals.size()});
+}
+
 /// (std::to_chars would cost the Windows edition a tenth of its size.)
 std::string Format(double magnitude) {
+    if (const std::optional<FixedPoint> number = ToFixedPoint(magnitude)) {
+        return Format(*number);
+    }
     constexpr std::size_t kLongestPoint = 4;
     std::array<char, std::numeric_limits<double>::max_exponent10 + kDecimals + kLongestPoint + 2> digits{};
     const int length = std::snprintf(digits.data(), digits.size(), "%.*f", kDecimals, magnitude);
     // Between the two the language has its own point.
     const std::string_view text(digits.data(), static_cast<std::size_t>(length));
-    const auto point = std::find_if_not(text.begin(), text.end(), IsDigit);
+    const auto* const point = std::find_if_not(text.begin(), text.end(), IsDigit);
     return Pattern({text.begin(), point}, text.substr(text.size() - kDigits));
 }
 
