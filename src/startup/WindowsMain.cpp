@@ -1,0 +1,56 @@
+// Entry point of the window program on Windows: the machine itself, or a volume.
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/volume/VolumePlatform.h"
+#include "platform/windows/WindowsPlatform.h"
+#include "startup/Program.h"
+#include "startup/WindowsCommandLine.h"
+#include "toolkit/win32/Win32Toolkit.h"
+
+namespace {
+
+using ostrevin::Platform;
+using ostrevin::Program;
+using ostrevin::VolumePlatform;
+using ostrevin::WindowsPlatform;
+using ostrevin::win32::Win32Toolkit;
+
+constexpr int kCannot = 1;
+constexpr int kUsage = 2;
+constexpr char kName[] = "Ostrevin";
+
+/// Where nobody redirected it, the line goes nowhere: a window program has no console.
+void Tell(const std::string& line) {
+    std::cerr << "ostrevin: " << line << std::endl;
+}
+
+/// The volume that is named, or the machine.
+std::unique_ptr<Platform> OpenPlatform(const std::vector<std::string>& arguments) {
+    if (arguments.empty()) {
+        return std::make_unique<WindowsPlatform>();
+    }
+    return VolumePlatform::Open(arguments.front(), Tell);
+}
+
+}  // namespace
+
+int main() {
+    const std::vector<std::string> arguments = ostrevin::CommandLineArguments();
+    Win32Toolkit toolkit;
+    if (arguments.size() > 1) {
+        toolkit.MsgBox(nullptr, "usage: ostrevin [VOLUME]", kName);
+        return kUsage;
+    }
+    try {
+        const std::unique_ptr<Platform> platform = OpenPlatform(arguments);
+        Program program(*platform, toolkit);
+        program.Main();
+        return toolkit.Run();
+    } catch (const std::exception& failure) {
+        toolkit.MsgBox(nullptr, failure.what(), kName);
+        return kCannot;
+    }
+}
