@@ -1,4 +1,5 @@
-// The program's own files on the machine that it runs on: settings and log. Paths are in UTF-8.
+// Files of the machine that the program runs on: its settings, its log, what was written for a person. Paths
+// are in UTF-8.
 #pragma once
 
 #include <cstddef>
@@ -8,6 +9,8 @@
 
 namespace ostrevin {
 
+/// Whether a path names its place whatever folder is the current one.
+[[nodiscard]] bool IsAbsoluteHostPath(const std::string& path);
 /// Whether a file has this name, not nothing, a folder or a device.
 [[nodiscard]] bool IsHostFile(const std::string& path);
 /// What the file holds, of its beginning as much as told; none when it cannot be read.

@@ -11,6 +11,10 @@ namespace ostrevin {
 
 namespace fs = std::filesystem;
 
+bool IsAbsoluteHostPath(const std::string& path) {
+    return FilePath(path).is_absolute();
+}
+
 bool IsHostFile(const std::string& path) {
     std::error_code error;
     return fs::is_regular_file(FilePath(path), error);

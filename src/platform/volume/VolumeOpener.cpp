@@ -1,10 +1,9 @@
 #include "platform/volume/VolumeOpener.h"
 
-#include <fstream>
 #include <optional>
 #include <vector>
 
-#include "platform/FilePath.h"
+#include "platform/HostFiles.h"
 #include "platform/Text.h"
 #include "platform/volume/CharsetDecoder.h"
 #include "platform/volume/Examiner.h"
@@ -27,18 +26,6 @@ bool IsUtf8(std::string_view text) {
         }
     }
     return true;
-}
-
-/// The first bytes of a file of the host; none when it cannot be read.
-std::optional<std::string> BeginningOf(const std::string& hostFile) {
-    std::ifstream stream(FilePath(hostFile), std::ios::binary);
-    std::string beginning(kTellingBytes, '\0');
-    stream.read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
-    if (stream.bad() || !stream.is_open()) {
-        return std::nullopt;
-    }
-    beginning.resize(static_cast<std::size_t>(stream.gcount()));
-    return beginning;
 }
 
 }  // namespace
@@ -91,7 +78,7 @@ int VolumeOpener::OpenOwnFile(const std::string& file, const std::string& applic
 }
 
 int VolumeOpener::OpenHostFile(const std::string& place) {
-    const std::optional<std::string> beginning = BeginningOf(place);
+    const std::optional<std::string> beginning = ReadHostFile(place, kTellingBytes);
     return beginning && !LooksExecutable(std::as_bytes(std::span(*beginning))) ? HandOver(place)
                                                                                : kOpenRefused;
 }

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "platform/Dates.h"
-#include "platform/FilePath.h"
+#include "platform/HostFiles.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
 #include "platform/volume/lnk/FileShellLink.h"
@@ -263,7 +263,7 @@ bool VolumePlatform::StartProgram(const std::string& /*commandLine*/) {
 
 /// Writes a file by an absolute path of the host, unless that lies within the evidence.
 bool VolumePlatform::SaveOutside(const std::string& hostPath, std::span<const std::byte> bytes) {
-    if (!FilePath(hostPath).is_absolute()) {
+    if (!IsAbsoluteHostPath(hostPath)) {
         return false;
     }
     try {

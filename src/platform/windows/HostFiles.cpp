@@ -51,6 +51,13 @@ bool WriteFresh(const std::string& path, std::string_view content) {
 
 }  // namespace
 
+bool IsAbsoluteHostPath(const std::string& path) {
+    constexpr std::string_view kDriveRoot = ":\\";
+    constexpr std::string_view kShare = "\\\\";
+    return path.starts_with(kShare) ||
+           (path.size() > kDriveRoot.size() && path.compare(1, 2, kDriveRoot) == 0);
+}
+
 bool IsHostFile(const std::string& path) {
     const DWORD attributes = GetFileAttributesW(windows::Wide(path).c_str());
     return attributes != INVALID_FILE_ATTRIBUTES &&
