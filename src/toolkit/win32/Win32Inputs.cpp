@@ -118,7 +118,42 @@ LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         SendMessageW(Handle(), EM_SETSEL, 0, -1);
         return 0;
     }
-    return WindowView::OnMessage(message, wParam, lParam);
+    const LRESULT answer = WindowView::OnMessage(message, wParam, lParam);
+    if (message == WM_NCCALCSIZE) {
+        CenterText(*reinterpret_cast<RECT*>(lParam));
+    } else if (message == WM_NCPAINT) {
+        PaintMargins();
+    }
+    return answer;
+}
+
+/// Windows writes at the top of a box of one line. So its inside is made as high as the line, in the middle.
+void Win32TextBox::CenterText(RECT& inside) {
+    const HDC canvas = GetDC(Handle());
+    const HGDIOBJ former = SelectObject(canvas, Owner().FontOf(Control()));
+    TEXTMETRICW font{};
+    GetTextMetricsW(canvas, &font);
+    SelectObject(canvas, former);
+    ReleaseDC(Handle(), canvas);
+    constexpr int kAroundLine = 2;
+    margin_ = std::max(inside.bottom - inside.top - font.tmHeight - kAroundLine, 0L) / 2;
+    inside.top += margin_;
+    inside.bottom -= margin_;
+}
+
+/// What CenterText took from the inside looks like it.
+void Win32TextBox::PaintMargins() {
+    RECT box{};
+    GetWindowRect(Handle(), &box);
+    OffsetRect(&box, -box.left, -box.top);
+    InflateRect(&box, -GetSystemMetrics(SM_CXEDGE), -GetSystemMetrics(SM_CYEDGE));
+    const HDC canvas = GetWindowDC(Handle());
+    const HBRUSH brush = GetSysColorBrush(Control().Enabled() ? COLOR_WINDOW : COLOR_BTNFACE);
+    const RECT top = {box.left, box.top, box.right, box.top + margin_};
+    const RECT bottom = {box.left, box.bottom - margin_, box.right, box.bottom};
+    FillRect(canvas, &top, brush);
+    FillRect(canvas, &bottom, brush);
+    ReleaseDC(Handle(), canvas);
 }
 
 Win32ComboBox::Win32ComboBox(Win32Toolkit& toolkit, ComboBox& box, HWND parent) : WindowView(toolkit, box) {
@@ -131,19 +166,22 @@ Win32ComboBox::Win32ComboBox(Win32Toolkit& toolkit, ComboBox& box, HWND parent) 
 /// its text.
 void Win32ComboBox::Moved() {
     constexpr int kMostItemsInSight = 12;
+    constexpr auto kText = static_cast<WPARAM>(-1);
     Place(Handle(), Control());
     RECT rect{};
     GetWindowRect(Handle(), &rect);
     Container& container = *Control().Parent();
     const auto wanted = static_cast<int>(
         std::lround(container.ScaleY(Control().Height(), container.ScaleMode(), ScaleMode::Pixel)));
-    const auto textHeight =
-        static_cast<int>(SendMessageW(Handle(), CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0));
-    const int frame = HeightOf(Handle()) - textHeight;
-    SendMessageW(Handle(), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), std::max(wanted - frame, 1));
     const auto itemHeight = static_cast<int>(SendMessageW(Handle(), CB_GETITEMHEIGHT, 0, 0));
     SetWindowPos(Handle(), nullptr, 0, 0, rect.right - rect.left, wanted + kMostItemsInSight * itemHeight,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    auto textHeight = static_cast<int>(SendMessageW(Handle(), CB_GETITEMHEIGHT, kText, 0));
+    // Twice, since what is given need not be what is taken.
+    for (int pass = 0; pass < 2; ++pass) {
+        textHeight += wanted - HeightOf(Handle());
+        SendMessageW(Handle(), CB_SETITEMHEIGHT, kText, std::max(textHeight, 1));
+    }
 }
 
 void Win32ComboBox::ItemsChanged() {

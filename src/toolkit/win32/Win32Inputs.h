@@ -47,7 +47,11 @@ class Win32TextBox final : public WindowView<TextBoxView, TextBox> {
   private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
+    void CenterText(RECT& inside);
+    void PaintMargins();
+
     bool settingText_ = false;
+    LONG margin_ = 0;  // above the line and below it, in pixels
 };
 
 class Win32ComboBox final : public WindowView<ComboBoxView, ComboBox> {
