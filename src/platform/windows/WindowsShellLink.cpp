@@ -1,4 +1,5 @@
 #include <windows.h>
+#include <algorithm>
 #include <shlobj.h>
 #include <string>
 
@@ -94,7 +95,9 @@ class WindowsShellLink final : public ShellLink {
         if (!Succeeds([&] { return call(text.data(), static_cast<int>(text.size())); })) {
             return false;
         }
-        buffer.text = windows::AnsiToUtf8(text.c_str());
+        // An object may fill the buffer and leave the NUL out.
+        const std::size_t most = text.empty() ? 0 : text.size() - 1;
+        buffer.text = windows::AnsiToUtf8(text.substr(0, std::min(text.find('\0'), most)));
         return true;
     }
 
