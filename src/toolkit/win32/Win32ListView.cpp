@@ -103,10 +103,22 @@ void Win32ListView::SelectionChanged() {
 
 void Win32ListView::ShowSelection() {
     const ListItem* item = Control().SelectedItem();
+    constexpr auto kAll = static_cast<WPARAM>(-1);
+    if (item == nullptr) {
+        SetState(kAll, LVIS_SELECTED, 0);
+        return;
+    }
+    const auto row = static_cast<WPARAM>(Control().IndexOf(*item) - 1);
+    if (Send(LVM_GETNEXTITEM, kAll, LVNI_SELECTED) != static_cast<LRESULT>(row)) {
+        SetState(kAll, LVIS_SELECTED, 0);
+        SetState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+    }
+}
+
+void Win32ListView::SetState(WPARAM row, UINT mask, UINT value) {
     LVITEMW state = {};
-    state.stateMask = item == nullptr ? LVIS_SELECTED : LVIS_SELECTED | LVIS_FOCUSED;
-    state.state = item == nullptr ? 0 : state.stateMask;
-    const auto row = item == nullptr ? static_cast<WPARAM>(-1) : Control().IndexOf(*item) - 1;
+    state.stateMask = mask;
+    state.state = value;
     updating_ = true;
     Send(LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&state));
     updating_ = false;

@@ -39,6 +39,7 @@ class Win32ListView final : public WindowView<ListViewView, ListView> {
     /// Shows the rows as they are now, if they changed since it was done last.
     void BringUpToDate();
     void ShowSelection();
+    void SetState(WPARAM row, UINT mask, UINT value);
 
     /// Puts the text of a cell where the window asked for it.
     void TellText(LVITEMW& cell);

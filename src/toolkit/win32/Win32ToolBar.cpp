@@ -17,9 +17,8 @@ Win32ToolBar::Win32ToolBar(Win32Toolkit& toolkit, ToolBar& bar, HWND parent)
       images_(toolkit, bar.Images(), kImageSize, GetSysColor(COLOR_BTNFACE)),
       disabledImages_(toolkit, bar.Images(), kImageSize, GetSysColor(COLOR_BTNFACE),
                       NativeImages::Look::Disabled) {
-    Create(TOOLBARCLASSNAMEW,
-           WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN, 0,
-           parent);
+    Create(TOOLBARCLASSNAMEW, WS_TABSTOP | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS | CCS_NORESIZE | CCS_NOPARENTALIGN,
+           0, parent);
     AddButtons();
     Show();
     for (const ToolButton& button : bar.Buttons()) {

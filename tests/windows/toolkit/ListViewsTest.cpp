@@ -729,6 +729,37 @@ TEST_F(ListViewsTest, ProgressIsShownInParts) {
     EXPECT_EQ(part(), 1);
 }
 
+TEST(PicturesTest, ImagesAreTransparentOnAnyBackground) {
+    Win32Toolkit toolkit;
+    ImageList images;
+    images.Add("USER", "list-USER");
+    images.SetBkColor(ImageList::kNoColor);
+    const NativeImages native(toolkit, &images, 16, RGB(255, 255, 255));
+    EXPECT_EQ(native.IndexOf("USER"), 0);
+    EXPECT_EQ(native.IndexOf("NONE"), -1);
+    const int size = native.Size();
+    const Picture plain{size, size,
+                        std::vector<std::uint32_t>(
+                            static_cast<std::size_t>(size) * static_cast<std::size_t>(size), 0x00FF00)};
+    const BitmapPtr canvas = MakeBitmap(plain);
+    const HDC memory = CreateCompatibleDC(nullptr);
+    const HGDIOBJ former = SelectObject(memory, canvas.get());
+    ImageList_Draw(native.Handle(), 0, memory, 0, 0, ILD_NORMAL);
+    EXPECT_EQ(GetPixel(memory, 0, 0), RGB(0, 255, 0));
+    EXPECT_NE(GetPixel(memory, size / 2, size / 2), RGB(0, 255, 0));
+    const Picture user = ReadPicture("list-USER", size);
+    for (int y = 0; y < size; ++y) {
+        for (int x = 0; x < size; ++x) {
+            const std::uint32_t point = user.pixels[static_cast<std::size_t>(y * size + x)];
+            if (point >> 24U == 255) {
+                EXPECT_EQ(GetPixel(memory, x, y), RGB(point >> 16U & 255U, point >> 8U & 255U, point & 255U));
+            }
+        }
+    }
+    SelectObject(memory, former);
+    DeleteDC(memory);
+}
+
 TEST(PicturesTest, TheNearestSizeIsTaken) {
     EXPECT_EQ(ReadPicture("list-USER", 16).width, 16);
     EXPECT_EQ(ReadPicture("list-USER", 27).width, 24);
