@@ -17,13 +17,17 @@ class TemporaryFolder {
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
-    /// The host's path of something below the folder.
-    [[nodiscard]] std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+    /// The same in UTF-8.
+    [[nodiscard]] std::string Utf8Path() const;
+    /// The host's path of something below the folder, in UTF-8.
+    [[nodiscard]] std::string operator/(const std::string& name) const;
 
     // Each makes the folders above as well.
     void Write(const std::string& name, std::string_view text) const;
     void Write(const std::string& name, std::span<const std::byte> bytes) const;
     void MakeFolder(const std::string& name) const;
+
+    // What only the tests of a host with links, pipes and rights of POSIX use.
     void MakeLink(const std::string& name, const std::string& target) const;
     void MakeFifo(const std::string& name) const;
     /// Takes every right to a file or folder away.
@@ -33,10 +37,11 @@ class TemporaryFolder {
     std::filesystem::path path_;
 };
 
-/// The bytes of a file of the host; empty when there is none.
-[[nodiscard]] std::string BytesOfFile(const std::filesystem::path& file);
+/// The bytes of a file of the host, by its UTF-8 path; empty when there is none.
+[[nodiscard]] std::string BytesOfFile(const std::string& file);
 
-/// While it lives, files without rights cannot be read, not even by a test run of the superuser.
+/// While it lives, files without rights cannot be read, not even by a test run of the superuser (on a host
+/// with those of POSIX).
 class OrdinaryUser {
   public:
     OrdinaryUser();

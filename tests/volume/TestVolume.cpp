@@ -100,7 +100,7 @@ void TestVolume::WriteHive(const std::string& file, const HiveKey& root,
 }
 
 std::unique_ptr<VolumePlatform> TestVolume::Open() {
-    return VolumePlatform::Open(folder.Path().string(),
+    return VolumePlatform::Open(folder.Utf8Path(),
                                 [this](const std::string& line) { notices.push_back(line); });
 }
 

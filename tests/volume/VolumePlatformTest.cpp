@@ -1,12 +1,10 @@
 #include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "platform/Dates.h"
 #include "platform/RuntimeError.h"
 #include "platform/volume/VolumePlatform.h"
-#include "tests/volume/EnvironmentVariable.h"
 #include "tests/volume/TestVolume.h"
 #include "tools/writers/LinkWriter.h"
 
@@ -70,7 +68,7 @@ TEST_F(VolumePlatformTest, AFolderWithoutWindowsIsRefused) {
         volume_.Open();
         FAIL();
     } catch (const std::runtime_error& error) {
-        EXPECT_THAT(error.what(), AllOf(StartsWith(volume_.folder.Path().string()), HasSubstr("WINDOWS"),
+        EXPECT_THAT(error.what(), AllOf(StartsWith(volume_.folder.Utf8Path()), HasSubstr("WINDOWS"),
                                         HasSubstr("system32/config/software"), Not(HasSubstr("\n"))));
     }
     EXPECT_THROW(VolumePlatform::Open(volume_.folder / "none", {}), std::runtime_error);
@@ -213,44 +211,6 @@ TEST_F(VolumePlatformTest, WhoCanReadEverythingIsAnAdministrator) {
     EXPECT_EQ(groups[0].partComponent, "\\\\.\\root\\cimv2:Win32_UserAccount.Domain=\"STUDY\",Name=\"anna\"");
 }
 
-TEST_F(VolumePlatformTest, WhoCannotReadAProfileIsNoAdministrator) {
-    volume_.Write();
-    std::filesystem::remove(volume_.folder / "Documents and Settings/LocalService/NTUSER.DAT");
-    EXPECT_EQ(volume_.Open()->GroupUsers().size(), 1U) << "what is not there needs no rights";
-    volume_.folder.Shut("Documents and Settings/bob");
-    const OrdinaryUser user;
-    EXPECT_THAT(volume_.Open()->GroupUsers(), IsEmpty());
-}
-
-TEST_F(VolumePlatformTest, WhoCannotReadTheMachinesHivesIsNoAdministrator) {
-    volume_.Write();
-    volume_.folder.Shut("WINDOWS/system32/config/SECURITY");
-    {
-        const OrdinaryUser user;
-        EXPECT_THAT(volume_.Open()->GroupUsers(), IsEmpty());
-    }
-    std::filesystem::remove(volume_.folder / "WINDOWS/system32/config/SECURITY");
-    EXPECT_THAT(volume_.Open()->GroupUsers(), IsEmpty());
-}
-
-TEST_F(VolumePlatformTest, AFifoOrFolderForAHiveHangsNothing) {
-    volume_.Write();
-    for (const char* name : {"anna", "carol.CORP"}) {
-        std::filesystem::remove(volume_.folder /
-                                ("Documents and Settings/" + std::string(name) + "/NTUSER.DAT"));
-    }
-    volume_.folder.MakeFifo("Documents and Settings/carol.CORP/NTUSER.DAT");
-    volume_.folder.MakeFolder("Documents and Settings/anna/NTUSER.DAT");
-    const auto platform = volume_.Open();
-    EXPECT_EQ(platform->ShellProcessOwners().at(0).user, "anna");
-    EXPECT_THAT(platform->UserAccountNames(kDomainSid), ElementsAre("carol.CORP"));
-    EXPECT_THAT(platform->GroupUsers(), IsEmpty());
-    KeyHandle key = 0;
-    EXPECT_EQ(platform->RegOpenKeyExA(kCurrentUser, "Software", 1, key), kFileNotFound);
-    EXPECT_THAT(volume_.notices, testing::UnorderedElementsAre(HasSubstr("anna/NTUSER.DAT: "),
-                                                               HasSubstr("carol.CORP/NTUSER.DAT: ")));
-}
-
 // --- Variables and folders.
 
 TEST_F(VolumePlatformTest, VariablesAreThoseOfTheSession) {
@@ -359,32 +319,11 @@ TEST_F(VolumePlatformTest, ShortcutsAreReadFromTheVolumeWithItsVariables) {
     EXPECT_FALSE(shortcut->Load("C:\\recent"));
 }
 
-TEST_F(VolumePlatformTest, ShortcutsAreSavedToTheExaminersDiskAlone) {
-    const TemporaryFolder own;
-    own.MakeLink("into", volume_.folder.Path().string());
-    own.MakeLink("dangling.lnk", volume_.folder / "new.lnk");
-    volume_.folder.Write("old.lnk", "old");
-    own.MakeLink("old.lnk", volume_.folder / "old.lnk");
-    const auto platform = volume_.Make();
-    const std::unique_ptr<ShellLink> shortcut = platform->CreateShellLink();
-    ASSERT_TRUE(shortcut->SetPath("C:\\Docs\\a.txt"));
-    EXPECT_TRUE(shortcut->Save(own / "a.lnk"));
-    EXPECT_GT(std::filesystem::file_size(own / "a.lnk"), 76U);
-    for (const std::string& path :
-         {volume_.folder / "a.lnk", volume_.folder / "WINDOWS/a.lnk", own / "into/a.lnk",
-          own / "dangling.lnk", own / "old.lnk", own / "none/a.lnk", std::string("a.lnk"),
-          std::string("C:\\a.lnk"), std::string()}) {
-        EXPECT_FALSE(shortcut->Save(path)) << path;
-    }
-    EXPECT_FALSE(std::filesystem::exists(volume_.folder / "new.lnk"));
-    EXPECT_EQ(std::filesystem::file_size(volume_.folder / "old.lnk"), 3U);
-}
-
 TEST_F(VolumePlatformTest, ThumbnailsAreMadeByTheDecoderThatWasGiven) {
     volume_.Write();
     volume_.folder.Write("sun.pic", "bytes");
     const auto hasThumbnail = [&](PictureDecoder decoder) {
-        const auto platform = VolumePlatform::Open(volume_.folder.Path().string(), {}, std::move(decoder));
+        const auto platform = VolumePlatform::Open(volume_.folder.Utf8Path(), {}, std::move(decoder));
         const std::unique_ptr<ShellFolder> desktop = platform->SHGetDesktopFolder();
         ItemList list = 0;
         EXPECT_TRUE(desktop->ParseDisplayName("C:\\sun.pic", list));
@@ -403,136 +342,6 @@ TEST_F(VolumePlatformTest, NoProgramIsEverStarted) {
     const auto platform = volume_.Make();
     for (const char* commandLine : {"C:\\WINDOWS\\explorer.exe", "/bin/true", "true", ""}) {
         EXPECT_FALSE(platform->StartProgram(commandLine)) << commandLine;
-    }
-}
-
-// --- Output files.
-
-/// What a call that writes a file raises; "" when it raises nothing.
-template <typename Call>
-std::string FailureOf(Call call) {
-    try {
-        call();
-        return {};
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), RuntimeError::kPathFileAccess);
-        return error.what();
-    }
-}
-
-void WriteOutput(Platform& platform, const std::string& path, std::string_view text) {
-    const std::unique_ptr<OutputFile> file = platform.CreateOutputFile(path);
-    file->Write(text.substr(0, 1));
-    file->Write(text.substr(1));
-    file->Close();
-}
-
-TEST_F(VolumePlatformTest, OutputFilesAreCreatedOrReplaced) {
-    const TemporaryFolder own;
-    const auto platform = volume_.Make();
-    WriteOutput(*platform, own / "\u0442.htm", "first, and longer");
-    EXPECT_EQ(BytesOfFile(own / "\u0442.htm"), "first, and longer");
-    WriteOutput(*platform, own / "\u0442.htm", "second");
-    EXPECT_EQ(BytesOfFile(own / "\u0442.htm"), "second");
-    own.Write("target.htm", "old");
-    own.MakeLink("link.htm", "target.htm");
-    WriteOutput(*platform, own / "link.htm", "through a link");
-    EXPECT_EQ(BytesOfFile(own / "target.htm"), "through a link");
-}
-
-TEST_F(VolumePlatformTest, ARelativeOutputPathStartsInTheCurrentFolder) {
-    const TemporaryFolder own;
-    const auto platform = volume_.Make();
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(own.Path());
-    WriteOutput(*platform, "a.htm", "text");
-    std::filesystem::current_path(volume_.folder.Path());
-    const std::string refused = FailureOf([&] { platform->CreateOutputFile("b.htm"); });
-    std::filesystem::current_path(before);
-    EXPECT_EQ(BytesOfFile(own / "a.htm"), "text");
-    EXPECT_EQ(refused, "Path/File access error: b.htm");
-    EXPECT_FALSE(std::filesystem::exists(volume_.folder / "b.htm"));
-}
-
-TEST_F(VolumePlatformTest, NoOutputFileLiesWithinTheEvidence) {
-    const TemporaryFolder own;
-    own.MakeLink("into", volume_.folder.Path().string());
-    own.MakeLink("dangling.htm", volume_.folder / "new.htm");
-    volume_.folder.Write("old.htm", "old");
-    own.MakeLink("old.htm", volume_.folder / "old.htm");
-    std::filesystem::create_hard_link(volume_.folder / "old.htm", own / "same.htm");
-    const auto platform = volume_.Make();
-    for (const std::string& path :
-         {volume_.folder / "new.htm", volume_.folder / "old.htm", volume_.folder / "WINDOWS/new.htm",
-          own / "into/new.htm", own / "into/WINDOWS/../new.htm", own / "dangling.htm", own / "old.htm",
-          own / "same.htm"}) {
-        EXPECT_EQ(FailureOf([&] { platform->CreateOutputFile(path); }), "Path/File access error: " + path);
-        EXPECT_NE(FailureOf([&] { platform->CreateOutputFolder(path); }), "") << path;
-    }
-    EXPECT_NE(FailureOf([&] { platform->CreateOutputFolder(volume_.folder.Path().string()); }), "");
-    EXPECT_FALSE(std::filesystem::exists(volume_.folder / "new.htm"));
-    EXPECT_FALSE(std::filesystem::exists(volume_.folder / "WINDOWS/new.htm"));
-    EXPECT_EQ(BytesOfFile(volume_.folder / "old.htm"), "old");
-}
-
-TEST_F(VolumePlatformTest, WhatIsNoPlaceForAnOutputFileIsRefused) {
-    const TemporaryFolder own;
-    own.MakeFolder("folder");
-    own.MakeFifo("fifo");
-    const auto platform = volume_.Make();
-    for (const std::string& path : {own / "folder", own / "none/a.htm", own / "fifo", own / "new/",
-                                    std::string(), std::string("/dev/none/a.htm")}) {
-        EXPECT_EQ(FailureOf([&] { platform->CreateOutputFile(path); }), "Path/File access error: " + path);
-    }
-}
-
-TEST_F(VolumePlatformTest, AFullDiskIsTold) {
-    const auto platform = volume_.Make();
-    const std::unique_ptr<OutputFile> file = platform->CreateOutputFile("/dev/full");
-    EXPECT_EQ(FailureOf([&] {
-                  file->Write("text");
-                  file->Close();
-              }),
-              "Path/File access error: /dev/full");
-    WriteOutput(*platform, "/dev/null", "text");
-    EXPECT_FALSE(platform->PathFileExistsA("/dev/null")) << "a device is no document";
-}
-
-TEST_F(VolumePlatformTest, APipeThatSomebodyReadsTakesOutput) {
-    std::array<int, 2> ends{};
-    ASSERT_EQ(pipe(ends.data()), 0);
-    const auto platform = volume_.Make();
-    WriteOutput(*platform, "/dev/fd/" + std::to_string(ends[1]), "text");
-    close(ends[1]);
-    std::array<char, 8> read{};
-    EXPECT_EQ(::read(ends[0], read.data(), read.size()), 4);
-    close(ends[0]);
-    EXPECT_STREQ(read.data(), "text");
-}
-
-TEST_F(VolumePlatformTest, OutputFilesAreFoundByThePathTheyWereGiven) {
-    const TemporaryFolder own;
-    own.Write("other.htm", "text");
-    const auto platform = volume_.Make();
-    EXPECT_FALSE(platform->PathFileExistsA(own / "a.htm"));
-    WriteOutput(*platform, own / "a.htm", "text");
-    EXPECT_TRUE(platform->PathFileExistsA(own / "a.htm"));
-    EXPECT_FALSE(platform->PathFileExistsA(own / "./a.htm"));
-    EXPECT_FALSE(platform->PathFileExistsA(own / "other.htm")) << "not written in this run";
-    std::filesystem::remove(own / "a.htm");
-    EXPECT_FALSE(platform->PathFileExistsA(own / "a.htm"));
-}
-
-TEST_F(VolumePlatformTest, OutputFoldersAreMadeWhereTheyAreMissing) {
-    const TemporaryFolder own;
-    own.Write("file", "text");
-    const auto platform = volume_.Make();
-    platform->CreateOutputFolder(own / "new/");
-    platform->CreateOutputFolder(own / "new");
-    WriteOutput(*platform, own / "new/a.htm", "text");
-    EXPECT_EQ(BytesOfFile(own / "new/a.htm"), "text");
-    for (const std::string& path : {own / "file", own / "none/new", std::string()}) {
-        EXPECT_EQ(FailureOf([&] { platform->CreateOutputFolder(path); }), "Path/File access error: " + path);
     }
 }
 
@@ -556,14 +365,6 @@ TEST_F(VolumePlatformTest, LocalTimeIsUtcLessTheBiasInForce) {
               kJanuary2009 + 2 * kHour);
     EXPECT_EQ(UnitsOf(platform->FileTimeToLocalFileTime(UnitsSince1601(kJuly2009))), kJuly2009 + 2 * kHour)
         << "the same in summer and winter";
-}
-
-TEST_F(VolumePlatformTest, WithoutABiasTheExaminersPresentOneCounts) {
-    volume_.Control().Key("TimeZoneInformation").values.clear();
-    const EnvironmentVariable zone("TZ", "XXX-5:30");
-    const auto platform = volume_.Make();
-    EXPECT_EQ(UnitsOf(platform->FileTimeToLocalFileTime(UnitsSince1601(kJuly2009))),
-              kJuly2009 + 5 * kHour + kHour / 2);
 }
 
 TEST_F(VolumePlatformTest, NoTimeIsConvertedAtNoOffset) {
@@ -609,11 +410,11 @@ TEST_F(VolumePlatformTest, TextIsEncodedInTheMachinesCodePage) {
 }
 
 TEST_F(VolumePlatformTest, DatesAreThoseOfThePersonAtTheScreen) {
-    const EnvironmentVariable locale("LC_ALL", "C");
     const auto platform = volume_.Make();
     const double date = DateFromCivil({2009, 8, 4, 15, 22, 18, 0});
-    EXPECT_EQ(platform->DateToText(date, DateForm::General), "8/4/2009 3:22:18 PM");
-    EXPECT_EQ(platform->TextToDate("8/4/2009 3:22:18 PM"), date);
+    const std::string text = platform->DateToText(date, DateForm::General);
+    EXPECT_EQ(text, Examiner().Dates().Write(date, DateForm::General));
+    EXPECT_EQ(platform->TextToDate(text), date);
     EXPECT_EQ(platform->TextToDate("tomorrow"), std::nullopt);
     const double now = platform->Now();
     EXPECT_GE(now, DateFromCivil({2024, 1, 1, 0, 0, 0, 0}));

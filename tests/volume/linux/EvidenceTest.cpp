@@ -44,7 +44,7 @@ std::map<std::string, State> StateOf(const std::filesystem::path& folder) {
     for (const std::filesystem::path& path : paths) {
         State& state = states[path.string()];
         if (std::filesystem::is_regular_file(path)) {
-            state.bytes = BytesOfFile(path);
+            state.bytes = BytesOfFile(path.string());
         }
     }
     return states;

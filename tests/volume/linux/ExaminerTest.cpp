@@ -9,8 +9,8 @@
 #include "platform/volume/CharsetDecoder.h"
 #include "platform/volume/Examiner.h"
 #include "platform/volume/VolumeOpener.h"
-#include "tests/volume/EnvironmentVariable.h"
 #include "tests/volume/TestVolume.h"
+#include "tests/volume/linux/EnvironmentVariable.h"
 
 namespace ostrevin {
 namespace {
@@ -57,6 +57,23 @@ TEST(Examiner, KnowsTheLocalTime) {
     EXPECT_EQ(Examiner().UtcBias(), -120);
     const double utc = 25569.0 + static_cast<double>(std::time(nullptr)) / 86400;
     EXPECT_NEAR(Examiner().Now(), utc + 2.0 / 24, 2.0 / 86400);
+}
+
+TEST(Examiner, LendsItsPresentBiasToAMachineWithoutOne) {
+    constexpr std::uint64_t kJuly2009 = 128'908'800'000'000'000;
+    constexpr std::uint64_t kFiveAndAHalfHours = 198'000'000'000;
+    TestVolume volume;
+    volume.Control().Key("TimeZoneInformation").values.clear();
+    const EnvironmentVariable zone("TZ", "XXX-5:30");
+    const auto local = volume.Make()->FileTimeToLocalFileTime(
+        {static_cast<std::uint32_t>(kJuly2009), static_cast<std::uint32_t>(kJuly2009 >> 32U)});
+    ASSERT_TRUE(local);
+    EXPECT_EQ((std::uint64_t{local->high} << 32U) | local->low, kJuly2009 + kFiveAndAHalfHours);
+}
+
+TEST(Examiner, TakesCharacterSetsByTheHostsNamesOfThem) {
+    EXPECT_EQ(CharsetDecoder("ISO-8859-5").Decode("\xB6"), "Ж");
+    EXPECT_EQ(CharsetDecoder("UTF-8").Decode("Жé€\U0001F600\xFF"), "Жé€\U0001F600\uFFFD");
 }
 
 TEST(Examiner, KeepsItsFilesBesideTheProgram) {

@@ -1,0 +1,125 @@
+// Files that the program writes: on the examiner's disk alone.
+#include <windows.h>
+#include <gtest/gtest.h>
+
+#include "platform/FilePath.h"
+#include "platform/RuntimeError.h"
+#include "platform/volume/VolumePlatform.h"
+#include "tests/volume/TestVolume.h"
+
+namespace ostrevin {
+namespace {
+
+class OutputFilesTest : public testing::Test {
+  protected:
+    TestVolume volume_;
+};
+
+/// What a call that writes a file raises; "" when it raises nothing.
+template <typename Call>
+std::string FailureOf(Call call) {
+    try {
+        call();
+        return {};
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), RuntimeError::kPathFileAccess);
+        return error.what();
+    }
+}
+
+void WriteOutput(Platform& platform, const std::string& path, std::string_view text) {
+    const std::unique_ptr<OutputFile> file = platform.CreateOutputFile(path);
+    file->Write(text.substr(0, 1));
+    file->Write(text.substr(1));
+    file->Close();
+}
+
+TEST_F(OutputFilesTest, AreCreatedOrReplaced) {
+    const TemporaryFolder own;
+    const auto platform = volume_.Make();
+    WriteOutput(*platform, own / "\u0442.htm", "first, and longer");
+    EXPECT_EQ(BytesOfFile(own / "\u0442.htm"), "first, and longer");
+    WriteOutput(*platform, own / "\u0442.htm", "second");
+    EXPECT_EQ(BytesOfFile(own / "\u0442.htm"), "second");
+    WriteOutput(*platform, own.Utf8Path() + "/slash.htm", "text\n");
+    EXPECT_EQ(BytesOfFile(own / "slash.htm"), "text\n");
+}
+
+TEST_F(OutputFilesTest, StartInTheCurrentFolder) {
+    const TemporaryFolder own;
+    const auto platform = volume_.Make();
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(own.Path());
+    WriteOutput(*platform, "a.htm", "text");
+    std::filesystem::current_path(volume_.folder.Path());
+    const std::string refused = FailureOf([&] { platform->CreateOutputFile("b.htm"); });
+    std::filesystem::current_path(before);
+    EXPECT_EQ(BytesOfFile(own / "a.htm"), "text");
+    EXPECT_EQ(refused, "Path/File access error: b.htm");
+    EXPECT_FALSE(std::filesystem::exists(volume_.folder / "b.htm"));
+}
+
+TEST_F(OutputFilesTest, LieNeverWithinTheEvidence) {
+    const TemporaryFolder own;
+    volume_.folder.Write("old.htm", "old");
+    ASSERT_NE(CreateHardLinkW(FilePath(own / "same.htm").c_str(),
+                              FilePath(volume_.folder / "old.htm").c_str(), nullptr),
+              0);
+    const auto platform = volume_.Make();
+    for (const std::string& path :
+         {volume_.folder / "new.htm", volume_.folder / "old.htm", volume_.folder / "windows/new.htm",
+          "\\\\?\\" + (volume_.folder / "new.htm"), volume_.folder / "WINDOWS/../new.htm",
+          own / "same.htm"}) {
+        EXPECT_EQ(FailureOf([&] { platform->CreateOutputFile(path); }), "Path/File access error: " + path);
+        EXPECT_NE(FailureOf([&] { platform->CreateOutputFolder(path); }), "") << path;
+    }
+    EXPECT_NE(FailureOf([&] { platform->CreateOutputFolder(volume_.folder.Utf8Path()); }), "");
+    EXPECT_FALSE(std::filesystem::exists(volume_.folder / "new.htm"));
+    EXPECT_FALSE(std::filesystem::exists(volume_.folder / "WINDOWS/new.htm"));
+    EXPECT_EQ(BytesOfFile(volume_.folder / "old.htm"), "old");
+    const std::unique_ptr<ShellLink> shortcut = platform->CreateShellLink();
+    ASSERT_TRUE(shortcut->SetPath("C:\\Docs\\a.txt"));
+    EXPECT_TRUE(shortcut->Save(own / "a.lnk"));
+    EXPECT_FALSE(shortcut->Save(volume_.folder / "a.lnk"));
+    EXPECT_FALSE(shortcut->Save("a.lnk"));
+}
+
+TEST_F(OutputFilesTest, AreRefusedWhereThereIsNoPlaceForThem) {
+    const TemporaryFolder own;
+    own.MakeFolder("folder");
+    own.Write("file.htm", "text");
+    const auto platform = volume_.Make();
+    for (const std::string& path :
+         {own / "folder", own / "none/a.htm", own / "file.htm:stream", own / "a*.htm",
+          std::string("\\\\.\\C:"), std::string("NUL"), own / "NUL", std::string("C:\\"), std::string()}) {
+        EXPECT_EQ(FailureOf([&] { platform->CreateOutputFile(path); }), "Path/File access error: " + path);
+    }
+}
+
+TEST_F(OutputFilesTest, AreFoundByThePathTheyWereGiven) {
+    const TemporaryFolder own;
+    own.Write("other.htm", "text");
+    const auto platform = volume_.Make();
+    EXPECT_FALSE(platform->PathFileExistsA(own / "a.htm"));
+    WriteOutput(*platform, own / "a.htm", "text");
+    EXPECT_TRUE(platform->PathFileExistsA(own / "a.htm"));
+    EXPECT_FALSE(platform->PathFileExistsA(own / "other.htm")) << "not written in this run";
+    std::filesystem::remove(own / "a.htm");
+    EXPECT_FALSE(platform->PathFileExistsA(own / "a.htm"));
+}
+
+TEST_F(OutputFilesTest, GoIntoFoldersThatAreMadeWhereTheyAreMissing) {
+    const TemporaryFolder own;
+    own.Write("file", "text");
+    const auto platform = volume_.Make();
+    platform->CreateOutputFolder(own / "new/");
+    platform->CreateOutputFolder(own / "new");
+    WriteOutput(*platform, own / "new/a.htm", "text");
+    EXPECT_EQ(BytesOfFile(own / "new/a.htm"), "text");
+    for (const std::string& path : {own / "file", own / "none/new", std::string()}) {
+        EXPECT_EQ(FailureOf([&] { platform->CreateOutputFolder(path); }), "Path/File access error: " + path);
+    }
+}
+
+}  // namespace
+}  // namespace ostrevin
