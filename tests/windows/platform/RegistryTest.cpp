@@ -122,6 +122,11 @@ TEST_F(WindowsRegistry, EveryFailureHasItsNumberAndQuotesThePath) {
                 [&] { registry.WriteRegistryValue(tooLong, 1, kRegDword); });
 }
 
+TEST_F(WindowsRegistry, ARootThatIsNoKeyOfADiskCannotBeListed) {
+    ExpectError(0x80040009, "Unable to read information from registry key 'HKPD\\'",
+                [&] { registry.EnumerateRegistryKey("HKPD", 3); });
+}
+
 TEST_F(WindowsRegistry, AComputersNameLeadsToItsRegistry) {
     std::array<char, MAX_COMPUTERNAME_LENGTH + 1> name{};
     auto length = static_cast<DWORD>(name.size());

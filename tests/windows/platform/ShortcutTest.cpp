@@ -1,6 +1,5 @@
 // The shortcut object of the shell against our own reader and writer of its files.
 
-#include <fstream>
 #include <gtest/gtest.h>
 #include <span>
 #include <string>
