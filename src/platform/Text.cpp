@@ -188,6 +188,20 @@ std::uint32_t Utf16Length(std::string_view text) {
     return length;
 }
 
+std::string_view Beginning(std::string_view text, std::uint32_t units) {
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        std::string_view next = rest;
+        const std::uint32_t length = TakeCharacter(next) < 0x10000 ? 1 : 2;
+        if (length > units) {
+            break;
+        }
+        units -= length;
+        rest = next;
+    }
+    return text.substr(0, text.size() - rest.size());
+}
+
 char32_t UpperCase(char32_t character) {
     if (character < 0x80) {
         return character >= 'a' && character <= 'z' ? character - 0x20 : character;

@@ -28,6 +28,9 @@ void AppendCharacter(std::string& text, char32_t character);
 /// How many UTF-16 code units a UTF-8 text has.
 [[nodiscard]] std::uint32_t Utf16Length(std::string_view text);
 
+/// The beginning of a UTF-8 text: its first whole characters, of at most so many UTF-16 code units together.
+[[nodiscard]] std::string_view Beginning(std::string_view text, std::uint32_t units);
+
 /// The simple upper-case form of one character (Unicode's own table, no locale).
 [[nodiscard]] char32_t UpperCase(char32_t character);
 

@@ -14,6 +14,16 @@ TEST(Text, Utf16BecomesUtf8AndBack) {
     EXPECT_EQ(Utf16ToUtf8(std::as_bytes(std::span(units))), text);
 }
 
+TEST(Text, BeginsWithWholeCharacters) {
+    const std::string text = "a\u00E9\U0001F600b";
+    EXPECT_EQ(Beginning(text, 0), "");
+    EXPECT_EQ(Beginning(text, 2), "a\u00E9");
+    EXPECT_EQ(Beginning(text, 3), "a\u00E9") << "half a character is none";
+    EXPECT_EQ(Beginning(text, 4), "a\u00E9\U0001F600");
+    EXPECT_EQ(Beginning(text, 99), text);
+    EXPECT_EQ(Beginning("", 1), "");
+}
+
 TEST(Text, LoneSurrogatesAndOddBytesAreNoCharacters) {
     constexpr std::array<std::byte, 5> kBytes = {std::byte{0x00}, std::byte{0xD8}, std::byte{'a'},
                                                  std::byte{0}, std::byte{'x'}};

@@ -32,21 +32,6 @@ std::vector<std::byte> DataOf(const regf::Value& value) {
     return data;
 }
 
-/// The beginning of a text, of at most so many UTF-16 code units.
-std::string_view Beginning(std::string_view text, std::uint32_t units) {
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        std::string_view next = rest;
-        const std::uint32_t length = TakeCharacter(next) < 0x10000 ? 1 : 2;
-        if (length > units) {
-            break;
-        }
-        units -= length;
-        rest = next;
-    }
-    return text.substr(0, text.size() - rest.size());
-}
-
 /// The set of a SYSTEM hive that the machine used last.
 std::optional<regf::Key> CurrentControlSet(const regf::Key& system) {
     const std::optional<regf::Key> select = system.FindSubKey("Select");

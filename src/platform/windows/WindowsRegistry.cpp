@@ -31,21 +31,6 @@ bool IsText(std::uint32_t type) {
     return type == kRegSz || type == kRegExpandSz || type == kRegMultiSz;
 }
 
-/// The beginning of a text, of at most so many UTF-16 code units.
-std::string_view Beginning(std::string_view text, std::uint32_t units) {
-    std::string_view rest = text;
-    while (!rest.empty()) {
-        std::string_view next = rest;
-        const std::uint32_t length = TakeCharacter(next) < 0x10000 ? 1 : 2;
-        if (length > units) {
-            break;
-        }
-        units -= length;
-        rest = next;
-    }
-    return text.substr(0, text.size() - rest.size());
-}
-
 /// Stores a name; one that does not fit is cut to what does.
 std::int32_t StoreName(std::string_view ansi, TextBuffer& buffer) {
     const std::string name = AnsiToUtf8(ansi);

@@ -1,6 +1,5 @@
 #include "platform/volume/lnk/FileShellLink.h"
 
-#include <string_view>
 #include <utility>
 
 #include "platform/Text.h"
@@ -10,21 +9,9 @@ namespace ostrevin::lnk {
 namespace {
 
 bool Store(TextBuffer& buffer, const std::string& text) {
-    if (buffer.capacity == 0) {
-        return true;
+    if (buffer.capacity > 0) {
+        buffer.text = Beginning(text, buffer.capacity - 1);
     }
-    std::uint32_t room = buffer.capacity - 1;
-    std::string_view rest = text;
-    std::size_t fits = 0;
-    while (!rest.empty()) {
-        const std::uint32_t units = TakeCharacter(rest) < 0x10000 ? 1 : 2;
-        if (units > room) {
-            break;
-        }
-        room -= units;
-        fits = text.size() - rest.size();
-    }
-    buffer.text = text.substr(0, fits);
     return true;
 }
 
