@@ -763,7 +763,7 @@ TEST(PicturesTest, ImagesAreTransparentOnAnyBackground) {
 TEST(PicturesTest, TheNearestSizeIsTaken) {
     EXPECT_EQ(ReadPicture("list-USER", 16).width, 16);
     EXPECT_EQ(ReadPicture("list-USER", 27).width, 24);
-    EXPECT_EQ(ReadPicture("list-USER", 1000).width, 48);
+    EXPECT_EQ(ReadPicture("list-USER", 1000).width, 32);
     EXPECT_EQ(ReadPicture("list-NONE", 16).width, 0);
     const Picture user = ReadPicture("list-USER", 32);
     ASSERT_EQ(user.pixels.size(), 32U * 32U);
