@@ -24,18 +24,24 @@ add_library(GTest::gtest_main ALIAS gtest_main)
 execute_process(COMMAND ${PROJECT_SOURCE_DIR}/tools/wine --runs ${CMAKE_SYSTEM_PROCESSOR}
     RESULT_VARIABLE wineRefuses OUTPUT_QUIET ERROR_QUIET)
 
+# ostrevin_add_wine_command(NAME COMMAND...): a test of a script that runs programs under Wine. It is skipped where Wine
+# does not run them, and where the script ends with 77.
+function(ostrevin_add_wine_command name)
+    cmake_path(GET PROJECT_BINARY_DIR FILENAME build)
+    add_test(NAME ${build}/${name} COMMAND ${ARGN})
+    set_tests_properties(${build}/${name} PROPERTIES TIMEOUT 300 SKIP_RETURN_CODE 77)
+    if(wineRefuses)
+        set_tests_properties(${build}/${name} PROPERTIES DISABLED TRUE)
+    endif()
+endfunction()
+
 # ostrevin_add_windows_test(NAME TARGET [DISPLAY] [ARGUMENTS...]): runs a program under Wine, on a display of its own
-# where it shows windows. Where Wine does not run it, the test is skipped.
+# where it shows windows.
 function(ostrevin_add_windows_test name target)
     cmake_parse_arguments(arg "DISPLAY" "" "" ${ARGN})
     set(wine ${PROJECT_SOURCE_DIR}/tools/wine)
     if(arg_DISPLAY)
         list(APPEND wine --display)
     endif()
-    cmake_path(GET PROJECT_BINARY_DIR FILENAME build)
-    add_test(NAME ${build}/${name} COMMAND ${wine} $<TARGET_FILE:${target}> ${arg_UNPARSED_ARGUMENTS})
-    set_tests_properties(${build}/${name} PROPERTIES TIMEOUT 300)
-    if(wineRefuses)
-        set_tests_properties(${build}/${name} PROPERTIES DISABLED TRUE)
-    endif()
+    ostrevin_add_wine_command(${name} ${wine} $<TARGET_FILE:${target}> ${arg_UNPARSED_ARGUMENTS})
 endfunction()
