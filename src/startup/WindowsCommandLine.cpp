@@ -19,4 +19,15 @@ std::vector<std::string> CommandLineArguments() {
     return arguments;
 }
 
+std::string ProgramFile() {
+    std::wstring file(MAX_PATH, L'\0');
+    DWORD length = 0;
+    while ((length = GetModuleFileNameW(nullptr, file.data(), static_cast<DWORD>(file.size()))) ==
+           file.size()) {
+        file.resize(file.size() * 2);
+    }
+    file.resize(length);
+    return FromWide(file);
+}
+
 }  // namespace ostrevin

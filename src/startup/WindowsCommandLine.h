@@ -8,5 +8,7 @@ namespace ostrevin {
 
 /// The arguments, without the name of the program, in UTF-8.
 [[nodiscard]] std::vector<std::string> CommandLineArguments();
+/// The path of the program's own file, in UTF-8.
+[[nodiscard]] std::string ProgramFile();
 
 }  // namespace ostrevin

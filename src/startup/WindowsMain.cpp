@@ -1,10 +1,13 @@
 // Entry point of the window program on Windows: the machine itself, or a volume.
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/volume/VolumePlatform.h"
+#include "platform/volume/windows/PictureWorker.h"
+#include "platform/volume/windows/WorkerDecoder.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "startup/Program.h"
 #include "startup/WindowsCommandLine.h"
@@ -33,13 +36,17 @@ std::unique_ptr<Platform> OpenPlatform(const std::vector<std::string>& arguments
     if (arguments.empty()) {
         return std::make_unique<WindowsPlatform>();
     }
-    return VolumePlatform::Open(arguments.front(), Tell);
+    return VolumePlatform::Open(arguments.front(), Tell,
+                                ostrevin::MakeWorkerDecoder(ostrevin::ProgramFile()));
 }
 
 }  // namespace
 
 int main() {
     const std::vector<std::string> arguments = ostrevin::CommandLineArguments();
+    if (const std::optional<int> result = ostrevin::RunPictureWorker(arguments)) {
+        return *result;
+    }
     Win32Toolkit toolkit;
     if (arguments.size() > 1) {
         toolkit.MsgBox(nullptr, "usage: ostrevin [VOLUME]", kName);
