@@ -1,19 +1,19 @@
 #include "bench/BenchVolume.h"
 
+#include <chrono>
 #include <fstream>
 #include <stdexcept>
-#include <unistd.h>
 
 namespace ostrevin::bench {
 
 namespace fs = std::filesystem;
 
 BenchVolume::BenchVolume(const samples::SampleOptions& options) {
-    std::string pattern = (fs::temp_directory_path() / "ostrevin-bench-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) {
-        throw std::runtime_error("no temporary folder: " + pattern);
+    const auto now = std::chrono::system_clock::now().time_since_epoch().count();
+    folder_ = fs::temp_directory_path() / ("ostrevin-bench-" + std::to_string(now));
+    if (!fs::create_directory(folder_)) {
+        throw std::runtime_error("there is one already: " + folder_.string());
     }
-    folder_ = pattern;
     samples::WriteVolume(samples::MakeSampleVolume(options), folder_);
 }
 

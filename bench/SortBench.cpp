@@ -2,65 +2,29 @@
 // are ready made.
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <cstdint>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
 #include <QApplication>
 
 #include "bench/BenchVolume.h"
-#include "controls/Form.h"
-#include "controls/ListView.h"
+#include "bench/ListForm.h"
 #include "toolkit/qt/QtToolkit.h"
 #include "ui/ListSorter.h"
 #include "ui/SortKeys.h"
 
 namespace {
 
-using ostrevin::DateForm;
 using ostrevin::ListView;
 using ostrevin::SortOrder;
 using ostrevin::bench::BenchVolume;
+using ostrevin::bench::kDateColumn;
+using ostrevin::bench::kNumberColumn;
+using ostrevin::bench::kOrderColumn;
+using ostrevin::bench::kTextColumn;
+using ostrevin::bench::ListForm;
 using ostrevin::qt::QtToolkit;
-
-constexpr int kRows = 100000;
-constexpr int kTextColumn = 1;
-constexpr int kNumberColumn = 2;
-constexpr int kDateColumn = 3;
-constexpr int kOrderColumn = 4;
-
-/// A window with a list of rows in random order.
-class ListForm : public ostrevin::Form {
-  public:
-    ListForm(QtToolkit& toolkit, ostrevin::Platform& platform) : Form(toolkit, "frmList") {
-        Move(0, 0, 12000, 9000);
-        list.Move(0, 0, 12000, 9000);
-        list.AddColumn("Text", 6000);
-        list.AddColumn("Number", 2000).SetTag("NUMBER");
-        list.AddColumn("Date", 3000).SetTag("DATE");
-        list.AddColumn("Order", 1000);
-        std::mt19937 random(1);
-        for (int i = 0; i < kRows; ++i) {
-            constexpr double kFirstDay = 38000;
-            constexpr std::uint64_t kSecondsPerDay = 86400;
-            constexpr std::uint64_t kSeconds = 3000 * kSecondsPerDay;
-            const double date = kFirstDay + static_cast<double>(random() % kSeconds) / double{kSecondsPerDay};
-            auto& item = list.Add(std::to_string(i) + "KEY", "http://www" + std::to_string(random() % 1000) +
-                                                                 ".Example.com/Some/Page" +
-                                                                 std::to_string(random()) + ".html");
-            item.SetSubItem(kNumberColumn - 1, std::to_string(random() % 50000));
-            item.SetSubItem(kDateColumn - 1, platform.DateToText(date, DateForm::General));
-            item.SetSubItem(kOrderColumn - 1, std::to_string(i));
-        }
-    }
-    ~ListForm() override { DropView(); }
-    ListForm(const ListForm&) = delete;
-    ListForm& operator=(const ListForm&) = delete;
-
-    ListView list{this, "list"};
-};
 
 class Fixture {
   public:
