@@ -73,8 +73,8 @@ std::unique_ptr<MemoryPlatform> MakeMachine(Files& files) {
 class ReportCommandTest : public ::testing::Test {
   protected:
     int Run(const std::vector<std::string>& arguments) {
-        return RunReport(arguments, {[this](const std::string& /*volume*/) { return Prepared(); }, {}}, output,
-                         errors);
+        return RunReport(arguments, {[this](const std::string& /*volume*/) { return Prepared(); }, {}},
+                         output, errors);
     }
     /// The same on a host with a live machine.
     int RunLive(const std::vector<std::string>& arguments) {
@@ -142,8 +142,9 @@ TEST_F(ReportCommandTest, ReportsOnTheLiveMachineWhereThereIsOne) {
     EXPECT_EQ(errors.str(), "ostrevin-report: here: no Windows folder\n") << "a volume is one";
     errors.str("");
     EXPECT_EQ(RunLive({"--accounts", "one", "two"}), 2);
-    EXPECT_TRUE(errors.str().ends_with("Without VOLUME it reports on this machine.\n"
-                                       "ostrevin-report: there must be at most one volume\n"))
+    EXPECT_TRUE(
+        errors.str().ends_with("Without VOLUME it reports on this machine.\n"
+                               "ostrevin-report: there must be at most one volume\n"))
         << errors.str();
     EXPECT_EQ(RunLive({"--accounts", ""}), 2) << "an empty name is none";
 }
