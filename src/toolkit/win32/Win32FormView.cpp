@@ -66,14 +66,14 @@ int Pixels(double length, double pixelsPerInch) {
 Win32FormView::Win32FormView(Win32Toolkit& toolkit, Form& form)
     : toolkit_(toolkit),
       form_(form),
-      window_(CreateWindowExW(ExtendedStyleOf(form), WindowClass(), L"", StyleOf(form), 0, 0, 0, 0, nullptr,
-                              nullptr, GetModuleHandleW(nullptr), nullptr)),
+      ownWindow_(CreateWindowExW(ExtendedStyleOf(form), WindowClass(), L"", StyleOf(form), 0, 0, 0, 0,
+                                 nullptr, nullptr, GetModuleHandleW(nullptr), nullptr)),
+      window_(ownWindow_.get()),
       toldSize_{Pixels(form.Width(), toolkit.PixelsPerInchX()),
                 Pixels(form.Height(), toolkit.PixelsPerInchY())} {
     if (window_ == nullptr) {
         throw std::runtime_error("A window could not be made.");
     }
-    toolkit_.FormOpened();
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     CaptionChanged();
     menus_ = std::make_unique<Win32MenuBar>(window_, form.Menus());
@@ -81,18 +81,22 @@ Win32FormView::Win32FormView(Win32Toolkit& toolkit, Form& form)
     ShowDefault();
     FitSize();
     StandInMiddleOf(nullptr);
+    toolkit_.FormOpened();
 }
 
 Win32FormView::~Win32FormView() {
     EndModal();
-    SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+    SetWindowLongPtrW(window_, GWLP_USERDATA, 0);  // it tells us nothing more
     ShowWindow(window_, SW_HIDE);
-    while (!views_.empty()) {
+    while (!views_.empty()) {  // what stands on others goes before them
         views_.pop_back();
     }
-    menus_.reset();
-    DestroyWindow(window_);
     toolkit_.FormClosed();
+}
+
+void Win32FormView::WindowDeleter::operator()(HWND window) const {
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    DestroyWindow(window);
 }
 
 const wchar_t* Win32FormView::WindowClass() {
@@ -170,7 +174,7 @@ std::optional<LRESULT> Win32FormView::OnMessage(UINT message, WPARAM wParam, LPA
             return 0;
         case WM_DESTROY:
             // Not by the form: with the window that owns it, or from outside.
-            SetWindowLongPtrW(std::exchange(window_, nullptr), GWLP_USERDATA, 0);
+            SetWindowLongPtrW(ownWindow_.release(), GWLP_USERDATA, 0);
             toolkit_.Deliver([&form = form_] { form.Unload(); });
             return 0;
         case WM_SETTINGCHANGE:

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -40,6 +41,9 @@ class Win32FormView final : public FormView, private ControlVisitor {
         HWND window;
         CommandButton* button;  ///< null for other controls
         bool onlyByKey;         ///< never has the focus first
+    };
+    struct WindowDeleter {
+        void operator()(HWND window) const;
     };
     /// A modal form's time on the screen.
     struct ModalTime {
@@ -115,6 +119,7 @@ class Win32FormView final : public FormView, private ControlVisitor {
 
     Win32Toolkit& toolkit_;
     Form& form_;
+    std::unique_ptr<std::remove_pointer_t<HWND>, WindowDeleter> ownWindow_;
     HWND window_;
     HWND parent_ = nullptr;  // on which the next view puts its window
     std::unique_ptr<Win32MenuBar> menus_;

@@ -119,12 +119,19 @@ LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return 0;
     }
     const LRESULT answer = WindowView::OnMessage(message, wParam, lParam);
-    if (message == WM_NCCALCSIZE) {
-        CenterText(*reinterpret_cast<RECT*>(lParam));
-    } else if (message == WM_NCPAINT) {
-        PaintMargins();
+    switch (message) {
+        case WM_NCCALCSIZE:
+            CenterText(*reinterpret_cast<RECT*>(lParam));  // either of its structures begins with it
+            return answer;
+        case WM_NCPAINT:
+        case WM_ENABLE:
+            PaintMargins();
+            return answer;
+        case WM_NCHITTEST:
+            return HTCLIENT;  // the margins, too
+        default:
+            return answer;
     }
-    return answer;
 }
 
 /// Windows writes at the top of a box of one line. So its inside is made as high as the line, in the middle.

@@ -383,6 +383,27 @@ TEST_F(FormViewTest, TextIsTypedAndSet) {
     EXPECT_EQ(changes, 3);
 }
 
+TEST_F(FormViewTest, TextStandsInTheMiddleOfItsBox) {
+    dialog.text.Move(3300, 1800, 2000, 750);
+    Show(dialog);
+    const HWND edit = Child(dialog, L"EDIT");
+    RECT box{};
+    GetWindowRect(edit, &box);
+    POINT inside{0, 0};
+    ClientToScreen(edit, &inside);
+    const LONG above = inside.y - box.top;
+    const LONG below = box.bottom - inside.y - InnerSize(edit).cy;
+    EXPECT_GT(above, GetSystemMetrics(SM_CYEDGE));
+    EXPECT_EQ(above, below);
+    // The margins take clicks and look like the inside.
+    EXPECT_EQ(SendMessageW(edit, WM_NCHITTEST, 0, MAKELPARAM(box.left + 20, box.top + 4)), HTCLIENT);
+    dialog.Refresh();
+    const HDC canvas = GetWindowDC(edit);
+    EXPECT_EQ(GetPixel(canvas, 20, 4), GetSysColor(COLOR_WINDOW));
+    EXPECT_EQ(GetPixel(canvas, 20, box.bottom - box.top - 4), GetSysColor(COLOR_WINDOW));
+    ReleaseDC(edit, canvas);
+}
+
 TEST_F(FormViewTest, CheckBoxFollowsClicksAndCode) {
     dialog.check.SetValue(CheckBox::kGrayed);
     Show(dialog);
