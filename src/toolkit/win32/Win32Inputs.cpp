@@ -138,12 +138,12 @@ LRESULT Win32TextBox::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 void Win32TextBox::CenterText(RECT& inside) {
     const HDC canvas = GetDC(Handle());
     const HGDIOBJ former = SelectObject(canvas, Owner().FontOf(Control()));
-    TEXTMETRICW font{};
-    GetTextMetricsW(canvas, &font);
+    SIZE line{};
+    GetTextExtentPoint32W(canvas, L"A", 1, &line);
     SelectObject(canvas, former);
     ReleaseDC(Handle(), canvas);
     constexpr int kAroundLine = 2;
-    margin_ = std::max(inside.bottom - inside.top - font.tmHeight - kAroundLine, 0L) / 2;
+    margin_ = std::max(inside.bottom - inside.top - line.cy - kAroundLine, 0L) / 2;
     inside.top += margin_;
     inside.bottom -= margin_;
 }
@@ -152,12 +152,14 @@ void Win32TextBox::CenterText(RECT& inside) {
 void Win32TextBox::PaintMargins() {
     RECT box{};
     GetWindowRect(Handle(), &box);
-    OffsetRect(&box, -box.left, -box.top);
-    InflateRect(&box, -GetSystemMetrics(SM_CXEDGE), -GetSystemMetrics(SM_CYEDGE));
+    const LONG left = GetSystemMetrics(SM_CXEDGE);
+    const LONG right = box.right - box.left - left;
+    const LONG above = GetSystemMetrics(SM_CYEDGE);
+    const LONG below = box.bottom - box.top - above;
     const HDC canvas = GetWindowDC(Handle());
     const HBRUSH brush = GetSysColorBrush(Control().Enabled() ? COLOR_WINDOW : COLOR_BTNFACE);
-    const RECT top = {box.left, box.top, box.right, box.top + margin_};
-    const RECT bottom = {box.left, box.bottom - margin_, box.right, box.bottom};
+    const RECT top = {left, above, right, above + margin_};
+    const RECT bottom = {left, below - margin_, right, below};
     FillRect(canvas, &top, brush);
     FillRect(canvas, &bottom, brush);
     ReleaseDC(Handle(), canvas);
