@@ -1,5 +1,6 @@
 #include "controls/Control.h"
 
+#include <cmath>
 #include <utility>
 
 #include "controls/Container.h"
@@ -34,6 +35,20 @@ void Control::Move(double left, double top, double width, double height) {
         view_->Moved();
     }
     OnMoved();
+}
+
+PixelRect Control::PlaceInPixels() const {
+    const auto x = [this](double length) {
+        return static_cast<int>(
+            std::lround(container_->ScaleX(length, container_->ScaleMode(), ScaleMode::Pixel)));
+    };
+    const auto y = [this](double length) {
+        return static_cast<int>(
+            std::lround(container_->ScaleY(length, container_->ScaleMode(), ScaleMode::Pixel)));
+    };
+    const int left = x(left_);
+    const int top = y(top_);
+    return {left, top, x(left_ + width_) - left, y(top_ + height_) - top};
 }
 
 void Control::SetVisible(bool visible) {

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "controls/PixelRect.h"
+
 namespace ostrevin {
 
 class Container;
@@ -72,6 +74,9 @@ class Control {
     void SetWidth(double width) { Move(left_, top_, width, height_); }
     void SetHeight(double height) { Move(left_, top_, width_, height); }
     void Move(double left, double top, double width, double height);
+    /// Its place on its container in whole pixels. The edges are rounded, not the sizes, so that neighbours
+    /// stay neighbours.
+    [[nodiscard]] PixelRect PlaceInPixels() const;
 
     /// An aligned control is placed by its form, which leaves only its height to it.
     [[nodiscard]] Align Alignment() const { return alignment_; }

@@ -133,6 +133,22 @@ TEST(Scale, ConvertsBetweenTwipsPointsAndPixels) {
     EXPECT_EQ(form.ScaleX(10, ScaleMode::Pixel, ScaleMode::Twip), 100);
 }
 
+TEST(Scale, NeighboursStayNeighboursInPixels) {
+    TestToolkit toolkit;
+    SampleForm form(toolkit);
+    Frame first(&form, "first");
+    Frame second(&form, "second");
+    // There are 15 twips to a pixel: the edges stand at 0.6, 1.2 and 1.8 pixels.
+    first.Move(9, 9, 9, 9);
+    second.Move(18, 9, 9, 9);
+    EXPECT_EQ(first.PlaceInPixels().left, 1);
+    EXPECT_EQ(first.PlaceInPixels().width, 0);
+    EXPECT_EQ(second.PlaceInPixels().left, 1);
+    EXPECT_EQ(second.PlaceInPixels().width, 1);
+    EXPECT_EQ(second.PlaceInPixels().top, 1);
+    EXPECT_EQ(second.PlaceInPixels().height, 0);
+}
+
 TEST(Scale, InnerSizeOfABoxIsInItsOwnScale) {
     TestToolkit toolkit;
     SampleForm form(toolkit);

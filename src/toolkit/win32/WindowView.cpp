@@ -1,6 +1,5 @@
 #include "toolkit/win32/WindowView.h"
 
-#include <cmath>
 #include <stdexcept>
 
 namespace ostrevin::win32 {
@@ -60,20 +59,9 @@ std::optional<LRESULT> HandToChild(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void Place(HWND window, const Control& control) {
-    Container& container = *control.Parent();
-    const auto x = [&](double length) {
-        return static_cast<int>(
-            std::lround(container.ScaleX(length, container.ScaleMode(), ScaleMode::Pixel)));
-    };
-    const auto y = [&](double length) {
-        return static_cast<int>(
-            std::lround(container.ScaleY(length, container.ScaleMode(), ScaleMode::Pixel)));
-    };
-    // The edges are rounded, not the sizes, so that neighbours stay neighbours.
-    const int left = x(control.Left());
-    const int top = y(control.Top());
-    SetWindowPos(window, nullptr, left, top, x(control.Left() + control.Width()) - left,
-                 y(control.Top() + control.Height()) - top, SWP_NOZORDER | SWP_NOACTIVATE);
+    const PixelRect place = control.PlaceInPixels();
+    SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void ApplyState(HWND window, const Control& control) {
