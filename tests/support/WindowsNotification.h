@@ -1,5 +1,5 @@
-// The one class of GoogleTest that needs std::mutex, which the compiler's library lacks where threads are Windows' own:
-// GoogleTest takes this one in its place. Included ahead of everything else.
+// The one class of GoogleTest that needs std::mutex, which the compiler's library lacks where threads are
+// Windows' own: GoogleTest takes this one in its place. Included ahead of everything else.
 #pragma once
 
 #include <atomic>
