@@ -506,13 +506,14 @@ TEST_F(WindowTest, ThePreviewIsSwitchedByButtonAndMenuAndRemembered) {
     ClickButton(kPreview);
     EXPECT_TRUE(Await([&] { return Pressed(kPreview) && WidthOf(AreaOf(List())) < wide; }));
     const RECT page = AreaOf(GetParent(List()));
-    const RECT box = {AreaOf(List()).right + 5, page.top, page.right, page.bottom};
-    const std::size_t plain = ColorsOfScreen(box).size();
+    const POINT middle = MiddleOf({AreaOf(List()).right, page.top, page.right, page.bottom});
+    const RECT box = {middle.x - 60, middle.y - 60, middle.x + 60, middle.y + 60};
+    EXPECT_TRUE(Await([&] { return ColorsOfScreen(box).size() == 1; })) << "nothing is to be shown yet";
     ClickRow(RowOf("floor plan.bmp"));
-    EXPECT_TRUE(Await([&] { return ColorsOfScreen(box).size() > plain; })) << "no picture is shown";
+    EXPECT_TRUE(Await([&] { return ColorsOfScreen(box).size() > 1; })) << "no picture is shown";
     Photograph(L"preview");
     ClickRow(RowOf("everyone.jpg"));
-    EXPECT_TRUE(Await([&] { return ColorsOfScreen(box).size() == plain; })) << "the picture stays";
+    EXPECT_TRUE(Await([&] { return ColorsOfScreen(box).size() == 1; })) << "the picture stays";
     ClickTab(kOpenSave);
     EXPECT_TRUE(Await([&] { return ColumnTexts(List()).size() == 2 && WidthOf(AreaOf(List())) < wide; }));
     Photograph(L"preview of the other page");
