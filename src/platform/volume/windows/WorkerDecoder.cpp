@@ -74,6 +74,27 @@ Handle MakeJob() {
     return job;
 }
 
+/// The user without any privilege and without what administrators may; null where the system does not make
+/// it.
+Handle MakeRestrictedToken() {
+    HANDLE own = nullptr;
+    if (OpenProcessToken(GetCurrentProcess(), TOKEN_DUPLICATE | TOKEN_ASSIGN_PRIMARY | TOKEN_QUERY, &own) ==
+        0) {
+        return Handle();
+    }
+    const Handle token(own);
+    SID_IDENTIFIER_AUTHORITY authority = {SECURITY_NT_AUTHORITY};
+    SID_AND_ATTRIBUTES administrators{};
+    HANDLE restricted = nullptr;
+    if (AllocateAndInitializeSid(&authority, 2, SECURITY_BUILTIN_DOMAIN_RID, DOMAIN_ALIAS_RID_ADMINS, 0, 0, 0,
+                                 0, 0, 0, &administrators.Sid) != 0) {
+        CreateRestrictedToken(token.Get(), DISABLE_MAX_PRIVILEGE, 1, &administrators, 0, nullptr, 0, nullptr,
+                              &restricted);
+        FreeSid(administrators.Sid);
+    }
+    return Handle(restricted);
+}
+
 /// A worker at its work, which ends with the object.
 class Worker {
   public:
@@ -141,14 +162,20 @@ class Worker {
         startup.hStdInput = input;
         startup.hStdOutput = output;
         PROCESS_INFORMATION started{};
-        if (CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE,
-                           CREATE_SUSPENDED | CREATE_NO_WINDOW, nullptr, nullptr, &startup, &started) == 0) {
+        constexpr DWORD kFlags = CREATE_SUSPENDED | CREATE_NO_WINDOW;
+        const Handle token = MakeRestrictedToken();
+        const bool restricted =
+            token.Get() != nullptr &&
+            CreateProcessAsUserW(token.Get(), program.c_str(), command.data(), nullptr, nullptr, TRUE, kFlags,
+                                 nullptr, nullptr, &startup, &started) != 0;
+        // Where the system refuses that, the other limits hold still.
+        if (!restricted && CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, kFlags,
+                                          nullptr, nullptr, &startup, &started) == 0) {
             return false;
         }
         process_ = Handle(started.hProcess);
         const Handle thread(started.hThread);
-        // A program that is in a job itself cannot put another one in, on older systems: the time limit holds
-        // still.
+        // Neither can a program that is in a job itself put another one in, on older systems.
         AssignProcessToJobObject(job_.Get(), process_.Get());
         ResumeThread(thread.Get());
         return true;
