@@ -81,7 +81,7 @@ Bytes ReadInput() {
     while (bytes.size() <= kMost &&
            ReadFile(input, block.data(), static_cast<DWORD>(block.size()), &count, nullptr) != 0 &&
            count > 0) {
-        bytes.insert(bytes.end(), block.begin(), block.begin() + count);
+        bytes.insert(bytes.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(count));
     }
     return bytes.size() <= kMost ? bytes : Bytes();
 }

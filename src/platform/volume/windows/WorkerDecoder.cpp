@@ -140,7 +140,7 @@ class Worker {
         while (bytes.size() <= most && timer_ != nullptr &&
                ReadFile(output_.Get(), block.data(), static_cast<DWORD>(block.size()), &count, nullptr) !=
                    0) {
-            bytes.insert(bytes.end(), block.begin(), block.begin() + count);
+            bytes.insert(bytes.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(count));
         }
         DWORD code = 1;
         const bool ended = bytes.size() <= most && timer_ != nullptr &&
