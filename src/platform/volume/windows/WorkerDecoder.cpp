@@ -134,13 +134,18 @@ class Worker {
     }
     /// What it writes up to its end; none when that is more than the most, or when it ends other than with 0.
     std::optional<std::vector<std::byte>> Take(std::size_t most) {
+        constexpr DWORD kLook = 5;  // milliseconds
         std::vector<std::byte> bytes;
-        std::vector<std::byte> block(std::size_t{1} << 16U);
-        DWORD count = 0;
-        while (bytes.size() <= most && timer_ != nullptr &&
-               ReadFile(output_.Get(), block.data(), static_cast<DWORD>(block.size()), &count, nullptr) !=
-                   0) {
-            bytes.insert(bytes.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(count));
+        // Not by waiting for the pipe: when a worker crashes, a debugger may have got its end of it.
+        for (bool ended = timer_ == nullptr; bytes.size() <= most;) {
+            const DWORD ready = Ready();
+            if (ready > 0) {
+                ReadTo(bytes, ready);
+            } else if (ended) {
+                break;
+            } else {
+                ended = WaitForSingleObject(process_.Get(), kLook) == WAIT_OBJECT_0;
+            }
         }
         DWORD code = 1;
         const bool ended = bytes.size() <= most && timer_ != nullptr &&
@@ -150,6 +155,19 @@ class Worker {
     }
 
   private:
+    /// How many bytes there are to read.
+    [[nodiscard]] DWORD Ready() const {
+        DWORD ready = 0;
+        PeekNamedPipe(output_.Get(), nullptr, 0, nullptr, &ready, nullptr);
+        return ready;
+    }
+    void ReadTo(std::vector<std::byte>& bytes, DWORD ready) const {
+        const std::size_t before = bytes.size();
+        bytes.resize(before + ready);
+        DWORD count = 0;
+        ReadFile(output_.Get(), bytes.data() + before, ready, &count, nullptr);
+        bytes.resize(before + count);
+    }
     static void CALLBACK End(void* process, BOOLEAN /*timerFired*/) { TerminateProcess(process, 1); }
 
     bool Start(const std::wstring& program, const ImageSize& size, HANDLE input, HANDLE output) {
