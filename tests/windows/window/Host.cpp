@@ -66,7 +66,7 @@ void RunOnHost(const std::wstring& command) {
 }
 
 void Photograph(const std::wstring& name) {
-    constexpr DWORD kTimeToPaint = 200;
+    constexpr DWORD kTimeToPaint = 350;
     Sleep(kTimeToPaint);
     const std::wstring picture = L"pictures/" + name + L".png";
     const std::wstring path = L"'" + HostPath(picture) + L"'";
