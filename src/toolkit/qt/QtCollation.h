@@ -11,28 +11,22 @@
 #include <QCollator>
 #include <QLocale>
 
-namespace ostrevin::qt {
+#include "controls/TextOrder.h"
 
-/// Where each byte stands in an order, from 1; 0 for those that it leaves out.
-using CharacterWeights = std::array<unsigned char, 256>;
+namespace ostrevin::qt {
 
 /// Compares without regard to case: the empty text first, punctuation ("&" too) before digits, digits before
 /// letters.
-class QtCollation {
+class QtCollation final : public TextOrder {
   public:
     explicit QtCollation(const QLocale& locale);
 
-    /// Less than, equal to or greater than 0.
-    [[nodiscard]] int Compare(std::string_view left, std::string_view right) const;
-    /// The place of each text among the distinct texts, in the order of Compare.
-    [[nodiscard]] std::vector<std::size_t> Rank(std::span<const std::string_view> texts) const;
+    [[nodiscard]] int Compare(std::string_view left, std::string_view right) const override;
+
+  protected:
+    [[nodiscard]] std::vector<std::size_t> RankByKeys(std::span<const std::string_view> texts) const override;
 
   private:
-    /// The weights of printable ASCII, with or without its letters; none where texts of these characters do
-    /// not compare character by character.
-    [[nodiscard]] std::optional<CharacterWeights> WeightsOf(bool letters) const;
-    [[nodiscard]] std::vector<std::size_t> RankByKeys(std::span<const std::string_view> texts) const;
-
     QCollator collator_;
 };
 

@@ -1,9 +1,7 @@
 #include "toolkit/win32/Win32Collation.h"
 
 #include <algorithm>
-#include <numeric>
 #include <string>
-#include <unordered_map>
 
 #include "toolkit/win32/Text.h"
 #include "toolkit/win32/Windows.h"
@@ -39,37 +37,25 @@ std::string KeyOf(std::string_view text) {
 
 }  // namespace
 
-int Compare(std::string_view left, std::string_view right) {
-    // Not with CompareStringW: one answer for this and for Rank.
+int Win32Collation::Compare(std::string_view left, std::string_view right) const {
+    // Not with CompareStringW: one answer for this and for the ranks.
     return KeyOf(left).compare(KeyOf(right));
 }
 
-std::vector<std::size_t> Rank(std::span<const std::string_view> texts) {
-    std::unordered_map<std::string_view, std::size_t> numbers;
+std::vector<std::size_t> Win32Collation::RankByKeys(std::span<const std::string_view> texts) const {
     std::vector<std::string> keys;
-    std::vector<std::size_t> numberOfText;
-    numberOfText.reserve(texts.size());
+    keys.reserve(texts.size());
     for (const std::string_view text : texts) {
-        const auto [entry, isNew] = numbers.try_emplace(text, keys.size());
-        if (isNew) {
-            keys.push_back(KeyOf(text));
-        }
-        numberOfText.push_back(entry->second);
+        keys.push_back(KeyOf(text));
     }
-    std::vector<std::size_t> order(keys.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::sort(order.begin(), order.end(),
-              [&](std::size_t left, std::size_t right) { return keys[left] < keys[right]; });
-    std::vector<std::size_t> places(keys.size());
-    std::size_t place = 0;
+    std::vector<OrderedText> order = Unordered(texts.size());
+    std::sort(order.begin(), order.end(), [&](const OrderedText& left, const OrderedText& right) {
+        return keys[left.number] < keys[right.number];
+    });
     for (std::size_t i = 1; i < order.size(); ++i) {
-        place += keys[order[i - 1]] == keys[order[i]] ? 0U : 1U;
-        places[order[i]] = place;
+        order[i].sameAsBefore = keys[order[i - 1].number] == keys[order[i].number];
     }
-    for (std::size_t& number : numberOfText) {
-        number = places[number];
-    }
-    return numberOfText;
+    return PlacesOf(order);
 }
 
 }  // namespace ostrevin::win32

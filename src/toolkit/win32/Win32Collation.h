@@ -6,12 +6,18 @@
 #include <string_view>
 #include <vector>
 
+#include "controls/TextOrder.h"
+
 namespace ostrevin::win32 {
 
 /// Compares without regard to case: the empty text first, punctuation ("&" too) before digits, digits before
-/// letters. Less than, equal to or greater than 0.
-[[nodiscard]] int Compare(std::string_view left, std::string_view right);
-/// The place of each text among the distinct texts, in the order of Compare.
-[[nodiscard]] std::vector<std::size_t> Rank(std::span<const std::string_view> texts);
+/// letters.
+class Win32Collation final : public TextOrder {
+  public:
+    [[nodiscard]] int Compare(std::string_view left, std::string_view right) const override;
+
+  protected:
+    [[nodiscard]] std::vector<std::size_t> RankByKeys(std::span<const std::string_view> texts) const override;
+};
 
 }  // namespace ostrevin::win32

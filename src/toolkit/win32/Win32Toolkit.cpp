@@ -7,7 +7,6 @@
 
 #include "controls/Form.h"
 #include "toolkit/win32/Text.h"
-#include "toolkit/win32/Win32Collation.h"
 #include "toolkit/win32/Win32FormView.h"
 
 namespace ostrevin::win32 {
@@ -162,11 +161,11 @@ void Win32Toolkit::ClipCursor(const PixelRect* area) {
 }
 
 int Win32Toolkit::CompareText(std::string_view left, std::string_view right) const {
-    return Compare(left, right);
+    return collation_.Compare(left, right);
 }
 
 std::vector<std::size_t> Win32Toolkit::RankTexts(std::span<const std::string_view> texts) const {
-    return Rank(texts);
+    return collation_.Rank(texts);
 }
 
 }  // namespace ostrevin::win32

@@ -7,6 +7,7 @@
 #include "controls/Control.h"
 #include "controls/Toolkit.h"
 #include "toolkit/win32/Fonts.h"
+#include "toolkit/win32/Win32Collation.h"
 #include "toolkit/win32/Windows.h"
 
 namespace ostrevin::win32 {
@@ -58,6 +59,7 @@ class Win32Toolkit final : public Toolkit {
     void HandleWaiting(UINT kinds);
 
     Fonts fonts_;
+    Win32Collation collation_;
     double pixelsPerInchX_;
     double pixelsPerInchY_;
     bool cursorOfMove_ = false;
