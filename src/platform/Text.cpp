@@ -74,6 +74,14 @@ constexpr CaseRange kUpperCase[] = {
 };
 // clang-format on
 
+bool IsAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80U;
+}
+
+char UpperCaseOfAscii(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 0x20) : character;
+}
+
 bool IsContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
@@ -204,7 +212,7 @@ std::string_view Beginning(std::string_view text, std::uint32_t units) {
 
 char32_t UpperCase(char32_t character) {
     if (character < 0x80) {
-        return character >= 'a' && character <= 'z' ? character - 0x20 : character;
+        return static_cast<char32_t>(UpperCaseOfAscii(static_cast<char>(character)));
     }
     const auto* range = std::upper_bound(std::begin(kUpperCase), std::end(kUpperCase), character,
                                          [](char32_t value, const CaseRange& r) { return value < r.first; });
@@ -228,6 +236,14 @@ std::string UpperCase(std::string_view text) {
 }
 
 bool EqualNoCase(std::string_view left, std::string_view right) {
+    // Most texts begin with ASCII, and most that differ do so at once.
+    while (!left.empty() && !right.empty() && IsAscii(left.front()) && IsAscii(right.front())) {
+        if (UpperCaseOfAscii(left.front()) != UpperCaseOfAscii(right.front())) {
+            return false;
+        }
+        left.remove_prefix(1);
+        right.remove_prefix(1);
+    }
     while (!left.empty() && !right.empty()) {
         if (UpperCase(TakeCharacter(left)) != UpperCase(TakeCharacter(right))) {
             return false;
