@@ -63,10 +63,14 @@ void DoubleClick(HWND window, POINT place) {
 }
 
 void Drag(HWND window, const std::vector<POINT>& places) {
+    // The screen tells of the pointer's way a little later once more: no step is to be overtaken by the one
+    // before.
+    constexpr DWORD kStep = 50;
     MoveMouse(window, places.front());
     Do({MouseInput(MOUSEEVENTF_LEFTDOWN)});
     for (const POINT& place : places) {
         MoveMouse(window, place);
+        Sleep(kStep);
     }
     Do({MouseInput(MOUSEEVENTF_LEFTUP)});
 }
