@@ -23,6 +23,7 @@
         g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 icoutils imagemagick unzip zip
         googletest # the sources, for a compiler that Debian has no library for
         wine wine64
+        xdotool # drags in the window test
     )
     kLintPackages=(clang-tidy shellcheck)
 }

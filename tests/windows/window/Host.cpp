@@ -55,25 +55,24 @@ void SetUpWine() {
 }
 
 void RunOnHost(const std::wstring& command) {
-    std::wstring line = L"sh -c \"" + command + L"\"";
+    constexpr wchar_t kEnded[] = L"ended";
+    // Wine tells nothing of a process that is not its own.
+    DeleteFileW(TestPath(kEnded).c_str());
+    std::wstring line = L"sh -c \"" + command + L"; touch '" + HostPath(kEnded) + L"'\"";
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     PROCESS_INFORMATION process{};
     if (CreateProcessW(L"Z:\\bin\\sh", line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                       &process) == FALSE) {
-        throw std::runtime_error("no shell for " + win32::Utf8(command));
+                       &process) == FALSE ||
+        !Await([&] { return GetFileAttributesW(TestPath(kEnded).c_str()) != INVALID_FILE_ATTRIBUTES; })) {
+        throw std::runtime_error("this did not run: " + win32::Utf8(command));
     }
 }
 
 void Photograph(const std::wstring& name) {
     constexpr DWORD kTimeToPaint = 350;
     Sleep(kTimeToPaint);
-    const std::wstring picture = L"pictures/" + name + L".png";
-    const std::wstring path = L"'" + HostPath(picture) + L"'";
-    RunOnHost(L"import -silent -window root png:" + path + L".part; mv " + path + L".part " + path);
-    if (!Await([&] { return GetFileAttributesW(TestPath(picture).c_str()) != INVALID_FILE_ATTRIBUTES; })) {
-        throw std::runtime_error("no picture was taken");
-    }
+    RunOnHost(L"import -silent -window root '" + HostPath(L"pictures/" + name + L".png") + L"'");
 }
 
 }  // namespace ostrevin

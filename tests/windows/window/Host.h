@@ -17,7 +17,7 @@ namespace ostrevin {
 /// folder.
 void SetUpWine();
 
-/// Runs a command of the shell; it is not waited for.
+/// Runs a command of the shell to its end.
 void RunOnHost(const std::wstring& command);
 /// Takes a picture of the screen, pictures/NAME.png in the test's folder, for people to look at.
 void Photograph(const std::wstring& name);

@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "tests/windows/window/Host.h"
+
 namespace ostrevin {
 namespace {
 
@@ -63,16 +65,15 @@ void DoubleClick(HWND window, POINT place) {
 }
 
 void Drag(HWND window, const std::vector<POINT>& places) {
-    // The screen tells of the pointer's way a little later once more: no step is to be overtaken by the one
-    // before.
-    constexpr DWORD kStep = 50;
-    MoveMouse(window, places.front());
-    Do({MouseInput(MOUSEEVENTF_LEFTDOWN)});
-    for (const POINT& place : places) {
-        MoveMouse(window, place);
-        Sleep(kStep);
+    std::wstring command = L"xdotool";
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        POINT place = places[i];
+        ClientToScreen(window, &place);
+        command +=
+            L" mousemove " + std::to_wstring(place.x) + L" " + std::to_wstring(place.y) + L" sleep 0.05";
+        command += i == 0 ? L" mousedown 1" : L"";
     }
-    Do({MouseInput(MOUSEEVENTF_LEFTUP)});
+    RunOnHost(command + L" mouseup 1");
 }
 
 void Press(WORD key, const std::vector<WORD>& held) {

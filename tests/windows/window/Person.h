@@ -16,7 +16,8 @@ namespace ostrevin {
 void MoveMouse(HWND window, POINT place);
 void Click(HWND window, POINT place);
 void DoubleClick(HWND window, POINT place);
-/// Presses the button at the first place and lets it go at the last.
+/// Presses the button at the first place and lets it go at the last. The screen's own pointer does it: input
+/// that programs make is told of twice, which matters while the button is held.
 void Drag(HWND window, const std::vector<POINT>& places);
 
 /// Presses a key, while the others are held.

@@ -54,6 +54,7 @@ std::wstring NameOfTest() {
 /// Puts the program into a folder of the running test's own, so that the settings are its own, too.
 std::wstring InstallProgram() {
     CreateDirectoryW(TestPath(NameOfTest()).c_str(), nullptr);
+    DeleteFileW(TestPath(NameOfTest() + L"/ostrevin.ini").c_str());
     std::wstring program = TestPath(NameOfTest() + L"/ostrevin.exe");
     CopyFileW(TestPath(L"ostrevin.exe").c_str(), program.c_str(), FALSE);
     return program;
@@ -540,14 +541,15 @@ TEST_F(WindowTest, TheBarBetweenListAndPreviewIsDraggedWithTheMouse) {
     const HWND page = GetParent(List());
     const auto width = [&] { return WidthOf(AreaOf(List())); };
     const LONG pageWidth = WidthOf(AreaOf(page));
-    EXPECT_TRUE(Await([&] { return width() < pageWidth; })) << "no preview";
+    EXPECT_TRUE(Await([&] { return Pressed(kPreview) && width() < pageWidth; })) << "no preview";
     constexpr LONG kGrip = 2;  // where in the bar it is taken
     const auto dragTo = [&](LONG place) {
         const LONG before = width();
         Drag(page, {{before + kGrip, 200}, {(before + place) / 2, 200}, {place + kGrip, 200}});
     };
+    const LONG from = width();
     dragTo(pageWidth - kBar - 250);
-    ExpectBecomes(width, pageWidth - kBar - 250);
+    ExpectBecomes(width, pageWidth - kBar - 250, "dragged from " + std::to_string(from));
     Photograph(L"dragged");
     dragTo(pageWidth - 20);
     ExpectBecomes(width, pageWidth - kBar - 100, "the least width of the preview");
