@@ -12,7 +12,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-set(CMAKE_CXX_FLAGS_INIT "-D_WIN32_WINNT=0x0501 -DUNICODE -D_UNICODE -DNOMINMAX -ffunction-sections -fdata-sections")
+# (-fipa-ra would count on the registers that a function leaves alone, also where the linker then takes another copy of
+# it, from a file that was compiled with other options or from the runtime.)
+set(CMAKE_CXX_FLAGS_INIT "-D_WIN32_WINNT=0x0501 -DUNICODE -D_UNICODE -DNOMINMAX -ffunction-sections -fdata-sections -fno-ipa-ra")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s -Wl,--gc-sections")
 foreach(what os subsystem)
     string(APPEND CMAKE_EXE_LINKER_FLAGS_INIT

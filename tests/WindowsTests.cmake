@@ -35,6 +35,12 @@ function(ostrevin_add_wine_command name)
     endif()
 endfunction()
 
+# ostrevin_one_by_one(NAME): a test that has the screen to itself. Such tests take longest and begin first, beside others.
+function(ostrevin_one_by_one name)
+    cmake_path(GET PROJECT_BINARY_DIR FILENAME build)
+    set_tests_properties(${build}/${name} PROPERTIES RESOURCE_LOCK screen COST 100)
+endfunction()
+
 # ostrevin_add_windows_test(NAME TARGET [DISPLAY] [ARGUMENTS...]): runs a program under Wine, on a display of its own
 # where it shows windows.
 function(ostrevin_add_windows_test name target)
@@ -44,4 +50,7 @@ function(ostrevin_add_windows_test name target)
         list(APPEND wine --display)
     endif()
     ostrevin_add_wine_command(${name} ${wine} $<TARGET_FILE:${target}> ${arg_UNPARSED_ARGUMENTS})
+    if(arg_DISPLAY)
+        ostrevin_one_by_one(${name})
+    endif()
 endfunction()

@@ -28,7 +28,7 @@ constexpr char kName[] = "Ostrevin";
 /// Where nobody redirected it, the line goes nowhere: a window program has no console. (The runtime's streams
 /// would make the program twice as large.)
 void Tell(const std::string& line) {
-    std::fprintf(stderr, "ostrevin: %s\n", line.c_str());
+    std::fputs(("ostrevin: " + line + "\n").c_str(), stderr);
 }
 
 /// The volume that is named, or the machine.

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <commdlg.h>
 #include <exception>
-#include <stdexcept>
 
 #include "controls/Form.h"
 #include "toolkit/win32/Text.h"
@@ -48,7 +47,7 @@ std::wstring FilterParts(const std::string& filter) {
 void RequireClasses(DWORD classes) {
     const INITCOMMONCONTROLSEX request = {sizeof(request), classes};
     if (InitCommonControlsEx(&request) == FALSE) {
-        throw std::runtime_error("The common controls are not available.");
+        throw std::exception();  // start-up asks whether it failed, and no more
     }
 }
 
