@@ -4,9 +4,7 @@
 #include <map>
 #include <sys/stat.h>
 
-#include "accounts/AccountList.h"
-#include "platform/RuntimeError.h"
-#include "platform/volume/VolumePlatform.h"
+#include "tests/volume/Examination.h"
 #include "tests/volume/TemporaryFolder.h"
 #include "tools/sample-volume/SampleVolume.h"
 
@@ -63,38 +61,6 @@ std::map<std::string, State> SettledStateOf(const std::filesystem::path& folder)
     return states;
 }
 
-std::string NameOfShellOwner(VolumePlatform& platform) {
-    const std::vector<ProcessOwner> owners = platform.ShellProcessOwners();
-    return owners.empty() ? std::string() : owners.front().user;
-}
-
-/// Every account and source, every file of a listing, and every call that would like to write.
-std::size_t Examine(VolumePlatform& platform, const std::string& root) {
-    const std::string user = NameOfShellOwner(platform);
-    AccountList accounts(platform, {user, [&] { return NameOfShellOwner(platform); }, {}});
-    accounts.LoadAccountSIDSFromRegistry();
-    accounts.LoadAccountNamesFromSID();
-    std::size_t entries = 0;
-    for (std::int32_t i = 0; i < accounts.Count(); ++i) {
-        entries += static_cast<std::size_t>(
-            accounts.UserAssist(i)->Count() + accounts.RecentDocument(i)->Count() +
-            accounts.OpenSave(i)->Count() + accounts.IEHistory(i)->Count() + accounts.TypedURL(i)->Count());
-        platform.ListDirectory(accounts.AccountDocumentSettingsPath(i));
-        platform.FindEntry(accounts.AccountDocumentSettingsPath(i) + "\\ntuser.dat");
-    }
-    platform.GroupUsers();
-    KeyHandle key = 0;
-    platform.RegCreateKeyExA(kLocalMachine, "SOFTWARE\\New", 0x20006, key);
-    platform.RegSetValueExA(kLocalMachine, "New", kRegSz, {});
-    platform.CreateShellLink()->Save("C:\\new.lnk");
-    EXPECT_THROW(platform.CreateOutputFile(root + "/new.htm"), RuntimeError);
-    EXPECT_THROW(platform.CreateOutputFile(root + "/boot.ini"), RuntimeError);
-    EXPECT_THROW(platform.CreateOutputFolder(root + "/new"), RuntimeError);
-    platform.ShellExecuteA("open", "C:\\boot.ini", "C:\\", 1);
-    platform.StartProgram("C:\\WINDOWS\\explorer.exe");
-    return entries;
-}
-
 TEST(Evidence, NotAByteNorATimeChanges) {
     const TemporaryFolder folder;
     samples::WriteVolume(samples::MakeSampleVolume({}), folder.Path());
@@ -103,6 +69,7 @@ TEST(Evidence, NotAByteNorATimeChanges) {
     {
         const auto platform = VolumePlatform::Open(folder.Path().string(), {});
         entries = Examine(*platform, folder.Path().string());
+        platform->ShellExecuteA("open", "C:\\boot.ini", "C:\\", 1);
     }
     EXPECT_GT(entries, 200U);
     std::map<std::string, std::vector<std::int64_t>> numbers;

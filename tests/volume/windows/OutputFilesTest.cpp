@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "platform/FilePath.h"
-#include "platform/RuntimeError.h"
 #include "platform/volume/VolumePlatform.h"
 #include "tests/volume/TestVolume.h"
+#include "tests/volume/WritingFiles.h"
 
 namespace ostrevin {
 namespace {
@@ -14,25 +14,6 @@ class OutputFilesTest : public testing::Test {
   protected:
     TestVolume volume_;
 };
-
-/// What a call that writes a file raises; "" when it raises nothing.
-template <typename Call>
-std::string FailureOf(Call call) {
-    try {
-        call();
-        return {};
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Number(), RuntimeError::kPathFileAccess);
-        return error.what();
-    }
-}
-
-void WriteOutput(Platform& platform, const std::string& path, std::string_view text) {
-    const std::unique_ptr<OutputFile> file = platform.CreateOutputFile(path);
-    file->Write(text.substr(0, 1));
-    file->Write(text.substr(1));
-    file->Close();
-}
 
 TEST_F(OutputFilesTest, AreCreatedOrReplaced) {
     const TemporaryFolder own;

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/FilePath.h"
-#include "platform/volume/VolumeFiles.h"
+#include "tests/volume/ReadingFiles.h"
 #include "tests/volume/TemporaryFolder.h"
 
 namespace ostrevin {
@@ -12,28 +12,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::string Contents(const VolumeFiles& files, const std::string& path) {
-    std::int32_t result = kSuccess;
-    const std::unique_ptr<InputFile> file = files.Open(path, result);
-    if (!file) {
-        return "code " + std::to_string(result);
-    }
-    std::string text;
-    for (const std::byte byte : ReadAll(*file, 1000).value_or(std::vector<std::byte>())) {
-        text += std::to_integer<char>(byte);
-    }
-    return text;
-}
-
-std::vector<std::string> Names(const std::vector<DirectoryEntry>& entries) {
-    std::vector<std::string> names;
-    names.reserve(entries.size());
-    for (const DirectoryEntry& entry : entries) {
-        names.push_back(entry.name);
-    }
-    return names;
-}
 
 void SetAttributes(const std::string& file, DWORD attributes) {
     ASSERT_NE(SetFileAttributesW(FilePath(file).c_str(), attributes), 0) << file;
