@@ -28,7 +28,8 @@ constexpr char kName[] = "Ostrevin";
 /// Where nobody redirected it, the line goes nowhere: a window program has no console. (The runtime's streams
 /// would make the program twice as large.)
 void Tell(const std::string& line) {
-    std::fputs(("ostrevin: " + line + "\n").c_str(), stderr);
+    const std::string text = "ostrevin: " + line + "\n";
+    std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
 /// The volume that is named, or the machine.
