@@ -173,6 +173,8 @@ class DateWriter::Scanner {
         int digits = 0;
     };
 
+    [[nodiscard]] bool StartsWithDigit() const { return !rest_.empty() && IsDigit(rest_.front()); }
+
     /// A number of at most four digits.
     bool TakeNumber(Number& number) {
         number = {};
@@ -219,13 +221,15 @@ class DateWriter::Scanner {
         return rest_.size() < before;
     }
 
-    void TakeBlanks() { rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size())); }
+    void TakeBlanks() {
+        if (!rest_.empty() && !IsDigit(rest_.front())) {  // mostly there is one
+            rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size()));
+        }
+    }
 
     [[nodiscard]] bool AtEnd() const { return rest_.empty(); }
 
   private:
-    [[nodiscard]] bool StartsWithDigit() const { return !rest_.empty() && IsDigit(rest_.front()); }
-
     std::string_view rest_;
 };
 
@@ -388,7 +392,10 @@ bool DateWriter::ReadDate(Scanner& scanner, SystemTime& civil) const {
 
 /// Reads a time that ends the text.
 bool DateWriter::ReadTime(Scanner& scanner, SystemTime& civil) const {
-    std::optional<bool> afternoon = ReadHalfDay(scanner);
+    std::optional<bool> afternoon;
+    if (!scanner.StartsWithDigit()) {
+        afternoon = ReadHalfDay(scanner);
+    }
     Scanner::Number hour;
     Scanner::Number minute;
     Scanner::Number second;
