@@ -13,13 +13,11 @@ void Do(std::vector<INPUT> inputs) {
     }
 }
 
-INPUT MouseInput(DWORD flags, POINT place = {}) {
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dx = place.x;
-    input.mi.dy = place.y;
-    input.mi.dwFlags = flags;
-    return input;
+/// The command that takes the screen's own pointer to a place in a window. (By a movement that is told late,
+/// a click could go where the one before it went.)
+std::wstring PointerAt(HWND window, POINT place) {
+    ClientToScreen(window, &place);
+    return L" mousemove " + std::to_wstring(place.x) + L" " + std::to_wstring(place.y);
 }
 
 INPUT KeyInput(WORD key, DWORD flags) {
@@ -45,32 +43,18 @@ POINT MiddleOf(const RECT& area) {
     return {(area.left + area.right) / 2, (area.top + area.bottom) / 2};
 }
 
-void MoveMouse(HWND window, POINT place) {
-    ClientToScreen(window, &place);
-    // Of the 65536 places across the screen, the one in the middle of the point.
-    const auto share = [](LONG point, int size) { return (point * 65536 + 32768) / size; };
-    Do({MouseInput(
-        MOUSEEVENTF_ABSOLUTE | MOUSEEVENTF_MOVE,
-        {share(place.x, GetSystemMetrics(SM_CXSCREEN)), share(place.y, GetSystemMetrics(SM_CYSCREEN))})});
-}
-
 void Click(HWND window, POINT place) {
-    MoveMouse(window, place);
-    Do({MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)});
+    RunOnHost(L"xdotool" + PointerAt(window, place) + L" click 1");
 }
 
 void DoubleClick(HWND window, POINT place) {
-    Click(window, place);
-    Click(window, place);
+    RunOnHost(L"xdotool" + PointerAt(window, place) + L" click --repeat 2 --delay 20 1");
 }
 
 void Drag(HWND window, const std::vector<POINT>& places) {
     std::wstring command = L"xdotool";
     for (std::size_t i = 0; i < places.size(); ++i) {
-        POINT place = places[i];
-        ClientToScreen(window, &place);
-        command +=
-            L" mousemove " + std::to_wstring(place.x) + L" " + std::to_wstring(place.y) + L" sleep 0.05";
+        command += PointerAt(window, places[i]) + L" sleep 0.05";
         command += i == 0 ? L" mousedown 1" : L"";
     }
     RunOnHost(command + L" mouseup 1");

@@ -11,13 +11,12 @@ namespace ostrevin {
 /// The middle of an area.
 [[nodiscard]] POINT MiddleOf(const RECT& area);
 
-// Places are in the client area of a window.
+// Places are in the client area of a window. The screen's own pointer goes there: movements that programs make
+// are told of twice, the second time late.
 
-void MoveMouse(HWND window, POINT place);
 void Click(HWND window, POINT place);
 void DoubleClick(HWND window, POINT place);
-/// Presses the button at the first place and lets it go at the last. The screen's own pointer does it: input
-/// that programs make is told of twice, which matters while the button is held.
+/// Presses the button at the first place and lets it go at the last.
 void Drag(HWND window, const std::vector<POINT>& places);
 
 /// Presses a key, while the others are held.
