@@ -11,8 +11,8 @@ namespace ostrevin {
 /// The middle of an area.
 [[nodiscard]] POINT MiddleOf(const RECT& area);
 
-// Places are in the client area of a window. The screen's own pointer goes there: movements that programs make
-// are told of twice, the second time late.
+// Places are in the client area of a window. The screen's own pointer goes there: movements that programs
+// make are told of twice, the second time late.
 
 void Click(HWND window, POINT place);
 void DoubleClick(HWND window, POINT place);
