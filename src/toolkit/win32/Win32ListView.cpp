@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "toolkit/win32/CommonControls.h"
-#include "toolkit/win32/OffScreen.h"
 #include "toolkit/win32/Text.h"
 
 namespace ostrevin::win32 {
@@ -186,10 +185,7 @@ LRESULT Win32ListView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ERASEBKGND:
             return TRUE;  // done off the screen, with the rows
         case WM_PAINT:
-            PaintOffScreen(Handle(), [this](HDC dc) {
-                WindowView::OnMessage(WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
-                WindowView::OnMessage(WM_PAINT, reinterpret_cast<WPARAM>(dc), 0);
-            });
+            PaintWithoutFlicker();
             return 0;
         default:
             break;

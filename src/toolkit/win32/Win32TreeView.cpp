@@ -1,6 +1,5 @@
 #include "toolkit/win32/Win32TreeView.h"
 
-#include "toolkit/win32/OffScreen.h"
 #include "toolkit/win32/Text.h"
 
 namespace ostrevin::win32 {
@@ -94,10 +93,7 @@ LRESULT Win32TreeView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_ERASEBKGND:
             return TRUE;  // done off the screen, with the nodes
         case WM_PAINT:
-            PaintOffScreen(Handle(), [this](HDC dc) {
-                WindowView::OnMessage(WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
-                WindowView::OnMessage(WM_PAINT, reinterpret_cast<WPARAM>(dc), 0);
-            });
+            PaintWithoutFlicker();
             return 0;
         default:
             break;

@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "toolkit/win32/OffScreen.h"
+
 namespace ostrevin::win32 {
 
 ChildWindow::~ChildWindow() {
@@ -12,6 +14,13 @@ void ChildWindow::Destroy() {
     if (handle_ != nullptr) {
         DestroyWindow(handle_);
     }
+}
+
+void ChildWindow::PaintWithoutFlicker() {
+    PaintOffScreen(handle_, [this](HDC dc) {
+        CallWindowProcW(classProcedure_, handle_, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
+        CallWindowProcW(classProcedure_, handle_, WM_PAINT, reinterpret_cast<WPARAM>(dc), 0);
+    });
 }
 
 ChildWindow* ChildWindow::Of(HWND window) {

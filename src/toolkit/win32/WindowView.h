@@ -34,6 +34,9 @@ class ChildWindow {
     virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         return CallWindowProcW(classProcedure_, handle_, message, wParam, lParam);
     }
+    /// Lets the window's class erase and paint what is to be painted, out of sight, and shows it at once. For
+    /// WM_PAINT of those whose class paints into any device context.
+    void PaintWithoutFlicker();
     /// Destroys the window now, for a view that has something which must outlive it.
     void Destroy();
     /// Makes the window, invisible, in front of those that its parent has already.

@@ -26,20 +26,6 @@ TEST_F(OutputFilesTest, AreCreatedOrReplaced) {
     EXPECT_EQ(BytesOfFile(own / "slash.htm"), "text\n");
 }
 
-TEST_F(OutputFilesTest, StartInTheCurrentFolder) {
-    const TemporaryFolder own;
-    const auto platform = volume_.Make();
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(own.Path());
-    WriteOutput(*platform, "a.htm", "text");
-    std::filesystem::current_path(volume_.folder.Path());
-    const std::string refused = FailureOf([&] { platform->CreateOutputFile("b.htm"); });
-    std::filesystem::current_path(before);
-    EXPECT_EQ(BytesOfFile(own / "a.htm"), "text");
-    EXPECT_EQ(refused, "Path/File access error: b.htm");
-    EXPECT_FALSE(std::filesystem::exists(volume_.folder / "b.htm"));
-}
-
 TEST_F(OutputFilesTest, LieNeverWithinTheEvidence) {
     const TemporaryFolder own;
     volume_.folder.Write("old.htm", "old");
@@ -87,19 +73,6 @@ TEST_F(OutputFilesTest, AreFoundByThePathTheyWereGiven) {
     EXPECT_FALSE(platform->PathFileExistsA(own / "other.htm")) << "not written in this run";
     std::filesystem::remove(own / "a.htm");
     EXPECT_FALSE(platform->PathFileExistsA(own / "a.htm"));
-}
-
-TEST_F(OutputFilesTest, GoIntoFoldersThatAreMadeWhereTheyAreMissing) {
-    const TemporaryFolder own;
-    own.Write("file", "text");
-    const auto platform = volume_.Make();
-    platform->CreateOutputFolder(own / "new/");
-    platform->CreateOutputFolder(own / "new");
-    WriteOutput(*platform, own / "new/a.htm", "text");
-    EXPECT_EQ(BytesOfFile(own / "new/a.htm"), "text");
-    for (const std::string& path : {own / "file", own / "none/new", std::string()}) {
-        EXPECT_EQ(FailureOf([&] { platform->CreateOutputFolder(path); }), "Path/File access error: " + path);
-    }
 }
 
 }  // namespace
