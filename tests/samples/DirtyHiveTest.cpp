@@ -6,6 +6,7 @@
 
 #include "tests/samples/HiveOracle.h"
 #include "tests/samples/Oracle.h"
+#include "tests/support/RealLogEntry.h"
 #include "tools/writers/ByteBuffer.h"
 #include "tools/writers/DirtyHive.h"
 #include "tools/writers/HiveWriter.h"
@@ -145,6 +146,11 @@ TEST(Marvin32Test, KnownHashes) {
     EXPECT_EQ(hash({0xAF}), 0x48E73FC77D75DDC1U);
     EXPECT_EQ(hash({0xE7, 0x0F}), 0xB5F6E1FC485DBFF8U);
     EXPECT_EQ(hash({0x37, 0xF4, 0x95}), 0xF0B07C789B8CF7E8U);
+}
+
+TEST(Marvin32Test, HashThatWindowsStoredInALogEntry) {
+    const auto hashed = std::as_bytes(std::span(kRealLogEntryHeader)).first(kRealLogEntryHashed);
+    EXPECT_EQ(Marvin32(hashed, kLogSeed), kRealLogEntryHash);
 }
 
 }  // namespace

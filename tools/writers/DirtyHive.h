@@ -31,7 +31,7 @@ DirtyHive MakeDirtyHiveWithEntries(std::span<const std::vector<std::byte>> state
 
 /// The Marvin32 hash under which the entries of the newer layout stand.
 std::uint64_t Marvin32(std::span<const std::byte> data, std::uint64_t seed);
-inline constexpr std::uint64_t kLogSeed = 0xC5554E7A884DEF82;
+inline constexpr std::uint64_t kLogSeed = 0x82EF4D887A4E55C5;
 
 /// The checksum of a base block set anew after a test changed the block.
 void UpdateChecksum(std::span<std::byte> baseBlock);

@@ -9,12 +9,12 @@ namespace {
 constexpr std::size_t kHeaderSize = 40;
 constexpr std::size_t kReferenceSize = 8;
 constexpr std::uint32_t kSizeUnit = 512;
-constexpr std::uint64_t kSeed = 0xC5554E7A884DEF82;
 
 /// The first hash is that of all behind the header, the second that of the header up to itself.
 bool HasRightHashes(Bytes entry) {
     constexpr std::size_t kHash1 = 24;
     constexpr std::size_t kHash2 = 32;
+    constexpr std::uint64_t kSeed = LogEntry::kHashSeed;
     return IntegerAt<std::uint64_t>(entry, kHash2) == Marvin32(entry.first(kHash2), kSeed) &&
            IntegerAt<std::uint64_t>(entry, kHash1) == Marvin32(entry.subspan(kHeaderSize), kSeed);
 }

@@ -13,6 +13,8 @@ namespace ostrevin::regf {
 struct LogEntry {
     /// Where the first entry of a log stands. Each further one follows on the one before.
     static constexpr std::size_t kFirst = 512;
+    /// What the hashes of every entry start from.
+    static constexpr std::uint64_t kHashSeed = 0x82EF4D887A4E55C5;
 
     struct Page {
         std::uint32_t offset = 0;  ///< among the hive bins, in bytes
