@@ -3,6 +3,7 @@
 #include "platform/HostFiles.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "platform/Text.h"
 
 namespace ostrevin {
 
@@ -10,7 +11,7 @@ ErrorLog::ErrorLog(Platform& platform)
     : platform_(platform), fileName_(GetAppFolder(platform) + "error.log") {}
 
 void ErrorLog::WriteLog(const std::string& text) {
-    std::string line = text + "\r\n";
+    std::string line = PlainLine(text) + "\r\n";
     if (addDate_) {
         line.insert(0, platform_.DateToText(platform_.Now(), DateForm::General) + ", ");
     }

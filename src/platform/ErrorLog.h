@@ -18,7 +18,7 @@ class ErrorLog {
     [[nodiscard]] bool AddDate() const { return addDate_; }
     void SetAddDate(bool addDate) { addDate_ = addDate; }
 
-    /// Appends text and CR LF. Raises RuntimeError when the file cannot be written.
+    /// Appends text, as PlainLine has it, and CR LF. Raises RuntimeError when the file cannot be written.
     void WriteLog(const std::string& text);
 
   private:

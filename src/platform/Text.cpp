@@ -252,6 +252,24 @@ bool EqualNoCase(std::string_view left, std::string_view right) {
     return left.empty() && right.empty();
 }
 
+bool IsControl(char32_t character) {
+    const auto lies = [character](char32_t first, char32_t last) {
+        return character >= first && character <= last;
+    };
+    return character < 0x20 || lies(0x7F, 0x9F) || character == 0x061C || lies(0x200E, 0x200F) ||
+           lies(0x2028, 0x202E) || lies(0x2066, 0x2069);
+}
+
+std::string PlainLine(std::string_view text) {
+    std::string line;
+    line.reserve(text.size());
+    while (!text.empty()) {
+        const char32_t character = TakeCharacter(text);
+        AppendCharacter(line, IsControl(character) ? U'?' : character);
+    }
+    return line;
+}
+
 std::string ReplaceAll(std::string text, std::string_view search, std::string_view replacement) {
     if (search.empty()) {
         return text;

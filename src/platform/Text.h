@@ -40,6 +40,14 @@ void AppendCharacter(std::string& text, char32_t character);
 /// Whether two texts are equal but for the case of their letters.
 [[nodiscard]] bool EqualNoCase(std::string_view left, std::string_view right);
 
+/// Whether a character steers how text is shown: a control (C0, DEL, C1), a bidirectional control, a line or
+/// a paragraph separator.
+[[nodiscard]] bool IsControl(char32_t character);
+
+/// A text as one line that a terminal or a log shows as it is: every such character as "?", and U+FFFD for a
+/// byte that is no UTF-8. Every message goes through it, since names of the evidence stand in them.
+[[nodiscard]] std::string PlainLine(std::string_view text);
+
 /// Replaces every occurrence, with regard to case. An empty search text replaces nothing.
 [[nodiscard]] std::string ReplaceAll(std::string text, std::string_view search, std::string_view replacement);
 

@@ -5,26 +5,28 @@
 #include <string>
 #include <string_view>
 
+#include "platform/Text.h"
 #include "report/Entries.h"
 
 namespace ostrevin {
 namespace {
 
-/// Text as JSON has it between quotes; what is not a printable character is written as its code.
+/// Text as JSON has it between quotes. What steers a terminal is written as its code, so that no value loses
+/// a character and no line governs how it is shown.
 std::string Quoted(std::string_view text) {
     std::string quoted = "\"";
-    for (const char character : text) {
-        const auto code = static_cast<unsigned char>(character);
-        if (character == '"' || character == '\\') {
-            quoted += '\\';
-            quoted += character;
-        } else if (code < 0x20 || code == 0x7F) {
+    while (!text.empty()) {
+        const char32_t character = TakeCharacter(text);
+        if (IsControl(character)) {
             std::array<char, 8> escaped{};
-            std::snprintf(escaped.data(), escaped.size(), "\\u%04x", code);
+            std::snprintf(escaped.data(), escaped.size(), "\\u%04x", static_cast<unsigned>(character));
             quoted += escaped.data();
-        } else {
-            quoted += character;
+            continue;
         }
+        if (character == U'"' || character == U'\\') {
+            quoted += '\\';
+        }
+        AppendCharacter(quoted, character);
     }
     return quoted + '"';
 }

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 
+#include "platform/Text.h"
 #include "platform/volume/VolumePlatform.h"
 #include "startup/Program.h"
 #include "startup/QtPictureDecoder.h"
@@ -23,7 +24,7 @@ constexpr char kName[] = "Ostrevin";
 constexpr char kThisProgram[] = "/proc/self/exe";
 
 void Tell(const std::string& line) {
-    std::cerr << "ostrevin: " << line << std::endl;
+    std::cerr << "ostrevin: " << ostrevin::PlainLine(line) << std::endl;
 }
 
 /// Runs the program on a volume; failures are let through.
@@ -58,7 +59,7 @@ int main(int count, char** arguments) {
     } catch (const std::exception& failure) {
         Tell(failure.what());
         if (chosen) {
-            toolkit.MsgBox(nullptr, failure.what(), kName);
+            toolkit.MsgBox(nullptr, ostrevin::PlainLine(failure.what()), kName);
         }
         return kCannot;
     }

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "accounts/AccountList.h"
+#include "platform/Text.h"
 #include "report/CsvFile.h"
 #include "report/HtmlReport.h"
 #include "report/JsonLines.h"
@@ -14,7 +15,6 @@
 namespace ostrevin {
 namespace {
 
-constexpr char kProgram[] = "ostrevin-report: ";
 constexpr char kLiveUsage[] = "Without VOLUME it reports on this machine.\n";
 
 /// What a report is on, as messages name it.
@@ -117,7 +117,7 @@ void WriteReport(const ReportRequest& request, Platform& platform, std::ostream&
                  std::ostream& errors) {
     AccountList accounts(platform,
                          {GetLoggedOnUserName(platform), [&] { return GetLoggedOnUserName(platform); },
-                          [&](const std::string& line) { errors << kProgram << line << '\n'; }});
+                          [&](const std::string& line) { TellError(errors, line); }});
     if (!accounts.LoadAccountSIDSFromRegistry()) {
         throw std::runtime_error(SubjectOf(request) + ": its registry has no list of profiles");
     }
@@ -130,6 +130,10 @@ void WriteReport(const ReportRequest& request, Platform& platform, std::ostream&
 
 }  // namespace
 
+void TellError(std::ostream& errors, std::string_view line) {
+    errors << "ostrevin-report: " << PlainLine(line) << '\n';
+}
+
 int RunReport(const std::vector<std::string>& arguments, const ReportHost& host, std::ostream& output,
               std::ostream& errors) {
     const auto need = host.openLiveMachine ? VolumeArgument::Optional : VolumeArgument::Needed;
@@ -140,11 +144,11 @@ int RunReport(const std::vector<std::string>& arguments, const ReportHost& host,
         WriteReport(request, *platform, output, errors);
         return kReportDone;
     } catch (const UsageError& error) {
-        errors << kReportUsage << (need == VolumeArgument::Optional ? kLiveUsage : "") << kProgram
-               << error.what() << '\n';
+        errors << kReportUsage << (need == VolumeArgument::Optional ? kLiveUsage : "");
+        TellError(errors, error.what());
         return kReportUsageError;
     } catch (const std::exception& failure) {
-        errors << kProgram << failure.what() << '\n';
+        TellError(errors, failure.what());
         return kReportCannot;
     }
 }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/Platform.h"
@@ -20,6 +21,9 @@ struct ReportHost {
     /// The machine that the program runs on; empty where a volume must be named.
     std::function<std::unique_ptr<Platform>()> openLiveMachine;
 };
+
+/// Writes one line of the program's own, whatever the names of the evidence in it hold.
+void TellError(std::ostream& errors, std::string_view line);
 
 /// Does what the command line asks for. An error is one line on errors, after the usage where that is wrong.
 /// Returns the exit code.

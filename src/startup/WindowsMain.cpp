@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/Text.h"
 #include "platform/volume/VolumePlatform.h"
 #include "platform/volume/windows/PictureWorker.h"
 #include "platform/volume/windows/WorkerDecoder.h"
@@ -28,7 +29,7 @@ constexpr char kName[] = "Ostrevin";
 /// Where nobody redirected it, the line goes nowhere: a window program has no console. (The runtime's streams
 /// would make the program twice as large.)
 void Tell(const std::string& line) {
-    const std::string text = "ostrevin: " + line + "\n";
+    const std::string text = "ostrevin: " + ostrevin::PlainLine(line) + "\n";
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
@@ -59,7 +60,7 @@ int main() {
         program.Main();
         return toolkit.Run();
     } catch (const std::exception& failure) {
-        toolkit.MsgBox(nullptr, failure.what(), kName);
+        toolkit.MsgBox(nullptr, ostrevin::PlainLine(failure.what()), kName);
         return kCannot;
     }
 }

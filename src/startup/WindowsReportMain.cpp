@@ -28,7 +28,7 @@ class Utf8Console {
 
 std::unique_ptr<Platform> OpenVolume(const std::string& volume) {
     return ostrevin::VolumePlatform::Open(
-        volume, [](const std::string& line) { std::cerr << "ostrevin-report: " << line << '\n'; });
+        volume, [](const std::string& line) { ostrevin::TellError(std::cerr, line); });
 }
 
 std::unique_ptr<Platform> OpenLiveMachine() {

@@ -1,10 +1,13 @@
 #include <array>
 #include <gtest/gtest.h>
+#include <string_view>
 
 #include "platform/Text.h"
 
 namespace ostrevin {
 namespace {
+
+using namespace std::string_view_literals;
 
 TEST(Text, Utf16BecomesUtf8AndBack) {
     const std::string text = "a\u00E9\u0416\U0001F600";
@@ -39,6 +42,25 @@ TEST(Text, UpperCaseGoesBeyondAscii) {
     EXPECT_EQ(UpperCase("straße \u00E9\u0436\u03C9"), "STRAßE \u00C9\u0416\u03A9");
     EXPECT_TRUE(EqualNoCase("\u0418\u0432\u0430\u043D", "\u0438\u0412\u0410\u041D"));
     EXPECT_FALSE(EqualNoCase("ab", "abc"));
+}
+
+TEST(Text, APlainLineHoldsNothingThatSteersATerminal) {
+    EXPECT_EQ(PlainLine("a\r\nb\tc\x1B[2J\x7F"), "a??b?c?[2J?");
+    EXPECT_EQ(PlainLine("\u0080\u009B31m\u009F"), "??31m?") << "C1: U+009B begins a sequence as ESC [ does";
+    EXPECT_EQ(PlainLine("\u00A0\u0416\U0001F600 \u200D"), "\u00A0\u0416\U0001F600 \u200D") << "ordinary text";
+    EXPECT_EQ(PlainLine("\xFFz\xC3"), "\uFFFDz\uFFFD") << "bytes that are no UTF-8";
+    EXPECT_EQ(PlainLine(std::string_view("a\0b", 3)), "a?b");
+    for (const char32_t steering :
+         U"\u061C\u200E\u200F\u2028\u2029\u202A\u202B\u202C\u202D\u202E\u2066\u2067\u2068\u2069"sv) {
+        std::string text;
+        AppendCharacter(text, steering);
+        EXPECT_EQ(PlainLine("fdp." + text + "exe"), "fdp.?exe") << static_cast<std::uint32_t>(steering);
+    }
+    for (const char32_t ordinary : U"\u061B\u061D\u200D\u2010\u2027\u202F\u2065\u206A"sv) {
+        std::string text;
+        AppendCharacter(text, ordinary);
+        EXPECT_EQ(PlainLine(text), text) << static_cast<std::uint32_t>(ordinary);
+    }
 }
 
 TEST(Text, ReplaceAllDoesNotLookAtWhatItPutIn) {

@@ -160,6 +160,35 @@ TEST_F(ReportCommandTest, AnUnknownAccountIsAnError) {
     EXPECT_EQ(errors.str(), "ostrevin-report: volume: no account is named Ben\n");
 }
 
+TEST_F(ReportCommandTest, NamesOfTheEvidenceSteerNoTerminalAndForgeNoLine) {
+    constexpr char kSid[] = "S-1-5-21-1\r\nostrevin-report: forged\x1B[2J\u009B2J\u202E";
+    prepare = [&](MemoryPlatform& machine) {
+        machine.Root(kLocalMachine)
+            .Key("SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList")
+            .Key(kSid);
+        // A run count that overflows, which is told.
+        std::array<std::byte, 16> data{};
+        data[7] = std::byte{0x80};
+        machine.Root(kUsers)
+            .Key(kSid + std::string(kCounts).substr(std::string_view("S-1-5-21-1").size()))
+            .SetData("x", kRegBinary, data);
+    };
+    EXPECT_EQ(Run({"--format", "jsonl", "volume"}), 0);
+    EXPECT_EQ(errors.str(),
+              "ostrevin-report: UserAssist of S-1-5-21-1??ostrevin-report: forged?[2J?2J? is not read to its "
+              "end: Overflow\n");
+    EXPECT_NE(output.str().find(
+                  "{\"sid\":\"S-1-5-21-1\\u000d\\u000aostrevin-report: forged\\u001b[2J\\u009b2J\\u202e\""),
+              std::string::npos)
+        << "data keep every character: " << output.str();
+    errors.str("");
+    EXPECT_EQ(Run({"--format", "jsonl", "--account", "\x1B[31m\u202Ex", "a\nb"}), 1);
+    EXPECT_EQ(errors.str(), "ostrevin-report: a?b: no account is named ?[31m?x\n");
+    errors.str("");
+    EXPECT_EQ(Run({"--format", "x\ny", "volume"}), 2);
+    EXPECT_TRUE(errors.str().ends_with("there is no format x?y\n")) << errors.str();
+}
+
 TEST_F(ReportCommandTest, AVolumeThatCannotBeOpenedIsAnErrorOfOneLine) {
     const auto refuse = [](const std::string& volume) -> std::unique_ptr<Platform> {
         throw std::runtime_error(volume + ": no Windows folder");

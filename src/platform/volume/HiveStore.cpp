@@ -19,14 +19,6 @@ bool HasSignature(Bytes file) {
     return file.size() >= kSignature.size() && std::equal(kSignature.begin(), kSignature.end(), file.begin());
 }
 
-/// A line stays one line, whatever the names of the evidence hold.
-std::string WithoutControls(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
-        '?');
-    return text;
-}
-
 }  // namespace
 
 HiveStore::HiveStore(const VolumeFiles& files, Notice notice) : files_(files), notice_(std::move(notice)) {}
@@ -112,7 +104,7 @@ regf::Logs HiveStore::ReadLogs(const std::string& path) const {
 
 void HiveStore::Tell(const std::string& file, const std::string& reason) {
     if (told_.insert(file).second && notice_) {
-        notice_(WithoutControls(file + ": " + reason));
+        notice_(file + ": " + reason);
     }
 }
 

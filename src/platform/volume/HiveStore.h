@@ -15,7 +15,8 @@ namespace ostrevin {
 
 class VolumeFiles;
 
-/// Takes one line that the examiner has to know: a file and what is the matter with it.
+/// Takes one line that the examiner has to know: a file, whose name may hold any character, and what is the
+/// matter with it.
 using Notice = std::function<void(const std::string&)>;
 
 /// The largest hive that is read, in bytes; Windows XP itself keeps its hives well below.
