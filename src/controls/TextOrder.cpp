@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "controls/ShownText.h"
+
 namespace ostrevin {
 namespace {
 
@@ -121,7 +123,23 @@ std::vector<std::size_t> PlacesOf(const std::vector<OrderedText>& order) {
     return places;
 }
 
+int TextOrder::Compare(std::string_view left, std::string_view right) const {
+    return CompareWhole(BeginningOf(left, kMostCompared), BeginningOf(right, kMostCompared));
+}
+
 std::vector<std::size_t> TextOrder::Rank(std::span<const std::string_view> texts) const {
+    if (std::ranges::none_of(texts, [](std::string_view text) { return text.size() > kMostCompared; })) {
+        return RankWhole(texts);
+    }
+    std::vector<std::string_view> beginnings;
+    beginnings.reserve(texts.size());
+    for (const std::string_view text : texts) {
+        beginnings.push_back(BeginningOf(text, kMostCompared));
+    }
+    return RankWhole(beginnings);
+}
+
+std::vector<std::size_t> TextOrder::RankWhole(std::span<const std::string_view> texts) const {
     const Contents contents = ContentsOf(texts);
     if (!contents.others) {
         if (const Weights& weights = WeightsOf(contents.letters)) {

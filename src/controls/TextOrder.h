@@ -22,18 +22,26 @@ class TextOrder {
     TextOrder& operator=(const TextOrder&) = delete;
     virtual ~TextOrder() = default;
 
+    /// The bytes of a text that count in its place; the longest path, of 32,767 characters, has no more.
+    static constexpr std::size_t kMostCompared = 3UL * 32767;
+
     /// Less than, equal to or greater than 0.
-    [[nodiscard]] virtual int Compare(std::string_view left, std::string_view right) const = 0;
+    [[nodiscard]] int Compare(std::string_view left, std::string_view right) const;
     /// The place of each text among the distinct texts, in the order of Compare.
     [[nodiscard]] std::vector<std::size_t> Rank(std::span<const std::string_view> texts) const;
 
   protected:
+    // Each is given no more of a text than counts.
+
+    [[nodiscard]] virtual int CompareWhole(std::string_view left, std::string_view right) const = 0;
     /// The same for any texts, by the collation's sort keys.
     [[nodiscard]] virtual std::vector<std::size_t> RankByKeys(
         std::span<const std::string_view> texts) const = 0;
 
   private:
     using Weights = std::optional<CharacterWeights>;
+
+    [[nodiscard]] std::vector<std::size_t> RankWhole(std::span<const std::string_view> texts) const;
 
     /// The weights of printable ASCII, with or without its letters; none where texts of these characters do
     /// not compare character by character.

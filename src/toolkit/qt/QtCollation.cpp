@@ -15,7 +15,7 @@ QtCollation::QtCollation(const QLocale& locale)
     collator_.setCaseSensitivity(Qt::CaseInsensitive);
 }
 
-int QtCollation::Compare(std::string_view left, std::string_view right) const {
+int QtCollation::CompareWhole(std::string_view left, std::string_view right) const {
     return collator_.compare(Text(left), Text(right));
 }
 

@@ -21,9 +21,8 @@ class QtCollation final : public TextOrder {
   public:
     explicit QtCollation(const QLocale& locale);
 
-    [[nodiscard]] int Compare(std::string_view left, std::string_view right) const override;
-
   protected:
+    [[nodiscard]] int CompareWhole(std::string_view left, std::string_view right) const override;
     [[nodiscard]] std::vector<std::size_t> RankByKeys(std::span<const std::string_view> texts) const override;
 
   private:

@@ -37,7 +37,7 @@ std::string KeyOf(std::string_view text) {
 
 }  // namespace
 
-int Win32Collation::Compare(std::string_view left, std::string_view right) const {
+int Win32Collation::CompareWhole(std::string_view left, std::string_view right) const {
     // Not with CompareStringW: one answer for this and for the ranks.
     return KeyOf(left).compare(KeyOf(right));
 }

@@ -13,10 +13,8 @@ namespace ostrevin::win32 {
 /// Compares without regard to case: the empty text first, punctuation ("&" too) before digits, digits before
 /// letters.
 class Win32Collation final : public TextOrder {
-  public:
-    [[nodiscard]] int Compare(std::string_view left, std::string_view right) const override;
-
   protected:
+    [[nodiscard]] int CompareWhole(std::string_view left, std::string_view right) const override;
     [[nodiscard]] std::vector<std::size_t> RankByKeys(std::span<const std::string_view> texts) const override;
 };
 
