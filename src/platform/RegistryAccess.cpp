@@ -52,7 +52,8 @@ std::size_t RootStart(const std::string& path) {
     return end == std::string::npos ? path.size() : end + 1;
 }
 
-KeyHandle RootOf(const std::string& path) {
+/// An error quotes the path as the caller gave it.
+KeyHandle RootOf(const std::string& path, const std::string& quoted) {
     const std::size_t start = RootStart(path);
     const std::string name = UpperCase(std::string_view(path).substr(start, path.find('\\', start) - start));
     for (const RootName& root : kRootNames) {
@@ -60,7 +61,7 @@ KeyHandle RootOf(const std::string& path) {
             return root.root;
         }
     }
-    Raise(RegistryAccess::kInvalidRoot, "Invalid root in registry key '", path);
+    Raise(RegistryAccess::kInvalidRoot, "Invalid root in registry key '", quoted);
 }
 
 std::string KeyPathOf(const std::string& path) {
@@ -112,7 +113,7 @@ std::string ToText(const RegistryValue& value) {
 std::variant<KeyHandle, std::string> RegistryAccess::ParseRegistryPath(const std::string& path, int part) {
     switch (part) {
         case kRoot:
-            return RootOf(path);
+            return RootOf(path, path);
         case kKeyPath:
             return KeyPathOf(path);
         case kValueName:
@@ -125,13 +126,17 @@ std::variant<KeyHandle, std::string> RegistryAccess::ParseRegistryPath(const std
 }
 
 KeyHandle RegistryAccess::OpenRegistryKey(const std::string& path, std::uint32_t access) {
+    return Open(path, access, path);
+}
+
+KeyHandle RegistryAccess::Open(const std::string& path, std::uint32_t access, const std::string& quoted) {
     const std::string computer = ComputerOf(path);
-    const KeyHandle root = RootOf(path);
+    const KeyHandle root = RootOf(path, quoted);
     const std::string keyPath = KeyPathOf(path);
     KeyHandle key = 0;
     if (computer.empty()) {
         if (platform_.RegOpenKeyExA(root, keyPath, access, key) != kSuccess) {
-            Raise(kCannotOpen, "Unable to open registry key '", path);
+            Raise(kCannotOpen, "Unable to open registry key '", quoted);
         }
         return key;
     }
@@ -140,15 +145,19 @@ KeyHandle RegistryAccess::OpenRegistryKey(const std::string& path, std::uint32_t
         Raise(kCannotConnect, "Unable to connect to remote computer '\\\\", computer);
     }
     if (platform_.RegOpenKeyExA(remoteRoot, keyPath, access, key) != kSuccess) {
-        Raise(kCannotOpenRemote, "Unable to open remote registry key '", path);
+        Raise(kCannotOpenRemote, "Unable to open remote registry key '", quoted);
     }
     return key;
 }
 
 KeyHandle RegistryAccess::CreateRegistryKey(const std::string& path, std::uint32_t access) {
+    return Create(path, access, path);
+}
+
+KeyHandle RegistryAccess::Create(const std::string& path, std::uint32_t access, const std::string& quoted) {
     KeyHandle key = 0;
-    if (platform_.RegCreateKeyExA(RootOf(path), KeyPathOf(path), access, key) != kSuccess) {
-        Raise(kCannotCreate, "Unable to create registry key '", path);
+    if (platform_.RegCreateKeyExA(RootOf(path, quoted), KeyPathOf(path), access, key) != kSuccess) {
+        Raise(kCannotCreate, "Unable to create registry key '", quoted);
     }
     return key;
 }
@@ -218,23 +227,22 @@ void RegistryAccess::WriteRegistryValue(const std::string& path, const RegistryV
 }
 
 void RegistryAccess::EnsureRegistryKey(const std::string& keyPath) {
-    CloseRegistryKey(CreateRegistryKey(keyPath + "\\", kAccessWrite));
+    CloseRegistryKey(Create(keyPath + "\\", kAccessWrite, keyPath));
 }
 
 std::vector<std::string> RegistryAccess::EnumerateRegistryKey(const std::string& keyPath,
                                                               std::uint8_t selection) {
-    const std::string path = keyPath.ends_with('\\') ? keyPath : keyPath + "\\";
-    const KeyHandle key = OpenRegistryKey(path, kAccessRead);
+    const KeyHandle key = Open(keyPath.ends_with('\\') ? keyPath : keyPath + "\\", kAccessRead, keyPath);
     KeyInfo info;
     if (platform_.RegQueryInfoKeyA(key, info) != kSuccess) {
-        Raise(kCannotReadKey, "Unable to read information from registry key '", path);
+        Raise(kCannotReadKey, "Unable to read information from registry key '", keyPath);
     }
     std::vector<std::string> names;
     if ((selection & kSubKeys) != 0) {
-        names = SubKeyNames(key, info, path);
+        names = SubKeyNames(key, info, keyPath);
     }
     if ((selection & kValues) != 0) {
-        const std::vector<std::string> values = ValueNames(key, info, path);
+        const std::vector<std::string> values = ValueNames(key, info, keyPath);
         names.insert(names.end(), values.begin(), values.end());
     }
     CloseRegistryKey(key);
@@ -242,14 +250,14 @@ std::vector<std::string> RegistryAccess::EnumerateRegistryKey(const std::string&
 }
 
 std::vector<std::string> RegistryAccess::SubKeyNames(KeyHandle key, const KeyInfo& info,
-                                                     const std::string& path) {
+                                                     const std::string& keyPath) {
     std::vector<std::string> names;
     names.reserve(info.subKeys);
     for (std::uint32_t i = 0; i < info.subKeys; ++i) {
         TextBuffer name{info.longestSubKeyName + 1, {}};
         const std::int32_t code = platform_.RegEnumKeyExA(key, i, name, nullptr);
         if (code != kSuccess && code != kMoreData) {
-            Raise(kCannotReadKey, "Unable to read information from registry key '", path);
+            Raise(kCannotReadKey, "Unable to read information from registry key '", keyPath);
         }
         names.push_back(name.text + "\\");
     }
@@ -258,7 +266,7 @@ std::vector<std::string> RegistryAccess::SubKeyNames(KeyHandle key, const KeyInf
 }
 
 std::vector<std::string> RegistryAccess::ValueNames(KeyHandle key, const KeyInfo& info,
-                                                    const std::string& path) {
+                                                    const std::string& keyPath) {
     std::vector<std::string> names;
     names.reserve(info.values);
     for (std::uint32_t i = 0; i < info.values; ++i) {
@@ -267,7 +275,7 @@ std::vector<std::string> RegistryAccess::ValueNames(KeyHandle key, const KeyInfo
         std::uint32_t size = 0;
         const std::int32_t code = platform_.RegEnumValueA(key, i, name, type, nullptr, size);
         if (code != kSuccess && code != kMoreData) {
-            Raise(kCannotReadKey, "Unable to read information from registry key '", path);
+            Raise(kCannotReadKey, "Unable to read information from registry key '", keyPath);
         }
         if (!name.text.empty()) {
             names.push_back(name.text);

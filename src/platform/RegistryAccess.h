@@ -56,8 +56,11 @@ class RegistryAccess {
     std::vector<std::string> EnumerateRegistryKey(const std::string& keyPath, std::uint8_t selection);
 
   private:
-    std::vector<std::string> SubKeyNames(KeyHandle key, const KeyInfo& info, const std::string& path);
-    std::vector<std::string> ValueNames(KeyHandle key, const KeyInfo& info, const std::string& path);
+    // What an error quotes is the path as the caller gave it.
+    KeyHandle Open(const std::string& path, std::uint32_t access, const std::string& quoted);
+    KeyHandle Create(const std::string& path, std::uint32_t access, const std::string& quoted);
+    std::vector<std::string> SubKeyNames(KeyHandle key, const KeyInfo& info, const std::string& keyPath);
+    std::vector<std::string> ValueNames(KeyHandle key, const KeyInfo& info, const std::string& keyPath);
 
     Platform& platform_;
 };

@@ -351,17 +351,35 @@ TEST_F(RegistryAccessTest, ListsALongName) {
 }
 
 TEST_F(RegistryAccessTest, TellsAKeyThatCannotBeListed) {
-    const std::string path = "HKUS\\S-1-5-21-1\\Software\\X\\";
     for (const std::string call : {"RegQueryInfoKeyA", "RegEnumKeyExA", "RegEnumValueA"}) {
         MemoryPlatform host;
         host.Root(kUsers).Key("S-1-5-21-1\\Software\\X\\a");
         host.Root(kUsers).Key("S-1-5-21-1\\Software\\X").SetText("y", "1");
         host.Fail(call);
-        ExpectError(0x80040009, "Unable to read information from registry key '" + path + "'",
-                    [&] { RegistryAccess(host).EnumerateRegistryKey(path, 3); });
+        for (const std::string path : {"HKUS\\S-1-5-21-1\\Software\\X", "HKUS\\S-1-5-21-1\\Software\\X\\"}) {
+            ExpectError(0x80040009, "Unable to read information from registry key '" + path + "'",
+                        [&] { RegistryAccess(host).EnumerateRegistryKey(path, 3); });
+        }
     }
-    ExpectError(0x80040002, "Unable to open registry key 'HKUS\\none\\'",
-                [&] { registry.EnumerateRegistryKey("HKUS\\none\\", 3); });
+}
+
+TEST_F(RegistryAccessTest, QuotesThePathAsTheCallerGaveIt) {
+    for (const std::string path : {"HKUS\\none", "HKUS\\none\\"}) {
+        ExpectError(0x80040002, "Unable to open registry key '" + path + "'",
+                    [&] { registry.EnumerateRegistryKey(path, 3); });
+    }
+    for (const std::string path : {"HKU", "HKU\\none", "\\\\PC7"}) {
+        ExpectError(0x80040001, "Invalid root in registry key '" + path + "'",
+                    [&] { registry.EnumerateRegistryKey(path, 3); });
+        ExpectError(0x80040001, "Invalid root in registry key '" + path + "'",
+                    [&] { registry.EnsureRegistryKey(path); });
+    }
+    platform.RemoteRoot("PC7", kUsers);
+    ExpectError(0x80040004, "Unable to open remote registry key '\\\\PC7\\HKUS\\none'",
+                [&] { registry.EnumerateRegistryKey("\\\\PC7\\HKUS\\none", 3); });
+    platform.Fail("RegCreateKeyExA");
+    ExpectError(0x80040005, "Unable to create registry key 'HKUS\\new'",
+                [&] { registry.EnsureRegistryKey("HKUS\\new"); });
 }
 
 TEST_F(RegistryAccessTest, TakesWhatFitsOfANameThatGrewMeanwhile) {
