@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdio>
 
 namespace ostrevin {
 namespace {
@@ -95,6 +96,18 @@ SystemTime CivilFromDate(double date) {
         second = 0;
     }
     return AtSecond(days, second);
+}
+
+std::string IsoDay(const SystemTime& civil) {
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%04d-%02d-%02d", civil.year, civil.month, civil.day);
+    return text.data();
+}
+
+std::string IsoTime(const SystemTime& civil) {
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), "%02d:%02d:%02d", civil.hour, civil.minute, civil.second);
+    return text.data();
 }
 
 std::optional<SystemTime> CivilFromFileTime(const FileTime& time) {

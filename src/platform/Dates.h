@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "platform/Platform.h"
 
@@ -33,6 +34,12 @@ inline constexpr int kLastYear = 9999;
 /// A date's day and time, rounded to the second. Beyond the years of a date it is the first or the last
 /// second of them; what is no number is 1899-12-30.
 [[nodiscard]] SystemTime CivilFromDate(double date);
+
+/// A day as 2009-08-04.
+[[nodiscard]] std::string IsoDay(const SystemTime& civil);
+
+/// A time as 15:22:18.
+[[nodiscard]] std::string IsoTime(const SystemTime& civil);
 
 /// The day and time of a FILETIME, in whichever zone it is given; none for one that Windows does not convert,
 /// whose highest bit is set.

@@ -1,6 +1,6 @@
 #include "report/Entries.h"
 
-#include <cstdio>
+#include <array>
 #include <vector>
 
 #include "platform/Dates.h"
@@ -12,10 +12,7 @@ using Values = std::vector<EntryValue>;
 
 std::string IsoDate(double date) {
     const SystemTime civil = CivilFromDate(date);
-    std::array<char, 80> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02d-%02dT%02d:%02d:%02d", civil.year, civil.month,
-                  civil.day, civil.hour, civil.minute, civil.second);
-    return text.data();
+    return IsoDay(civil) + "T" + IsoTime(civil);
 }
 
 constexpr std::array<std::string_view, 8> kUserAssist = {"sid",  "account", "source",   "name",

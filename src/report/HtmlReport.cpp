@@ -1,8 +1,10 @@
 #include "report/HtmlReport.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
+#include "platform/Dates.h"
 #include "platform/Paths.h"
 #include "report/LineFile.h"
 
@@ -60,6 +62,10 @@ const SectionText& TextOf(ReportSection section) {
     return kSections.at(static_cast<std::size_t>(section));
 }
 
+bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
 /// One run of the writer.
 class ReportFile {
   public:
@@ -71,7 +77,7 @@ class ReportFile {
     void WriteTitle(const std::string& account, const std::string& links) {
         file_.Write(kHead);
         file_.Write("<CENTER><FONT CLASS=\"title\">Ostrevin Report<BR>\r\n");
-        file_.Write({platform_.DateToText(platform_.Now(), DateForm::ShortDate), "<BR>"});
+        file_.Write({DateText(platform_.Now(), DateForm::ShortDate), "<BR>"});
         file_.Write(account);
         file_.Write("</FONT>");
         file_.Write({"<HR/>", links, "<HR/>"});
@@ -147,8 +153,15 @@ class ReportFile {
         file_.Write("</A>");
     }
 
-    [[nodiscard]] std::string DateText(double date) const {
-        return platform_.DateToText(date, DateForm::General);
+    /// In the locale's form, unless the file's code page does not hold that.
+    [[nodiscard]] std::string DateText(double date, DateForm form = DateForm::General) const {
+        std::string text = platform_.DateToText(date, form);
+        if (IsAscii(text) || platform_.DecodeAnsi(platform_.EncodeAnsi(text)) == text) {
+            return text;
+        }
+        const SystemTime civil = CivilFromDate(date);
+        const bool midnight = civil.hour == 0 && civil.minute == 0 && civil.second == 0;
+        return form == DateForm::ShortDate || midnight ? IsoDay(civil) : IsoDay(civil) + " " + IsoTime(civil);
     }
     static std::string_view YesOrNo(bool yes) { return yes ? "Yes" : "No"; }
 

@@ -101,5 +101,11 @@ TEST(Dates, FileTimesCountFrom1601) {
     EXPECT_FALSE(CivilFromFileTime({0xFFFFFFFF, 0xFFFFFFFF}));
 }
 
+TEST(Dates, HaveAFormThatNeedsNoLocale) {
+    const SystemTime civil{987, 6, 5, 4, 3, 2, 0};
+    EXPECT_EQ(IsoDay(civil), "0987-06-05");
+    EXPECT_EQ(IsoTime(civil), "04:03:02");
+}
+
 }  // namespace
 }  // namespace ostrevin

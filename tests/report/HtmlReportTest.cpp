@@ -267,6 +267,48 @@ TEST_F(HtmlReportTest, SectionsAreAskedForAgainWhenTheirTurnComes) {
     EXPECT_EQ(text.find("<A NAME=\"OpenSave\"/>"), std::string::npos);
 }
 
+TEST_F(HtmlReportTest, ADateThatTheCodePageDoesNotHoldIsYearMonthDay) {
+    struct Country {
+        const char* name;
+        const char* general;
+        const char* day;
+        bool dayHolds;
+    };
+    const Country countries[] = {
+        {"Greek", "4/8/2009 3:22:18 \u03BC\u03BC", "4/8/2009", true},
+        {"Arabic", "04/08/2009 03:22:18 \u0645", "04/08/2009", true},
+        {"Arabic digits", "\u0664/8/2009 15:22:18", "\u0664/8/2009", false},
+        {"Chinese", "2009/8/4 \u4E0B\u5348 03:22:18", "2009/8/4", true},
+        {"Japanese", "2009\u5E7408\u670804\u65E5 15\u664222\u520618\u79D2", "2009\u5E7408\u670804\u65E5",
+         false},
+        {"Korean", "2009-08-04 \uC624\uD6C4 3:22:18", "2009-08-04", true},
+    };
+    client.wanted = {ReportSection::Programs};
+    for (const Country& country : countries) {
+        machine.platform.writeDate = [&](double date, DateForm form) -> std::string {
+            return form == DateForm::General && date > 0 ? country.general : country.day;
+        };
+        Create();
+        const std::string text = machine.Read(kOut);
+        const std::string title = country.dayHolds ? country.day : "2009-08-04";
+        EXPECT_NE(text.find("\r\n" + title + "<BR>\r\n"), std::string::npos) << country.name;
+        EXPECT_NE(text.find("<TD>2009-08-04 15:22:18</TD>\r\n"), std::string::npos) << country.name;
+        const std::string never = country.dayHolds ? country.day : "1601-01-01";
+        EXPECT_NE(text.find("<TD>" + never + "</TD>\r\n"), std::string::npos) << country.name;
+        EXPECT_EQ(text.find('?'), std::string::npos) << country.name;
+    }
+}
+
+TEST_F(HtmlReportTest, ADateThatTheCodePageHoldsIsTheLocales) {
+    machine.platform.writeDate = [](double /*date*/, DateForm form) -> std::string {
+        return form == DateForm::ShortDate ? "4. ao\u00FBt 2009" : "4. ao\u00FBt 2009 15\u00A0h";
+    };
+    Create();
+    const std::string text = machine.Read(kOut);
+    EXPECT_NE(text.find("4. ao\xFBt 2009<BR>\r\n"), std::string::npos);
+    EXPECT_NE(text.find("<TD>4. ao\xFBt 2009 15\xA0h</TD>\r\n"), std::string::npos);
+}
+
 TEST_F(HtmlReportTest, AFolderThatIsNotThereIsAFailure) {
     EXPECT_THROW(HtmlReport(machine.platform, machine.accounts, client).Create(0, "C:\\none\\a.htm"),
                  RuntimeError);

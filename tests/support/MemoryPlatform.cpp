@@ -823,6 +823,9 @@ std::optional<SystemTime> MemoryPlatform::FileTimeToSystemTime(const FileTime& t
 }
 
 std::string MemoryPlatform::DateToText(double date, DateForm form) {
+    if (writeDate) {
+        return writeDate(date, form);
+    }
     const std::optional<DayAndSecond> split = Split(date);
     if (!split) {
         return {};

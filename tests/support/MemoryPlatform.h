@@ -115,6 +115,8 @@ class MemoryPlatform : public Platform {
     std::int64_t biasMinutes = 0;               ///< UTC = local time + bias
     double now = 0;
     int shellExecuteResult = 42;
+    /// Writes dates in place of the form below, for a person of another country.
+    std::function<std::string(double, DateForm)> writeDate;
     /// How many bytes output files can still take.
     std::uint64_t freeBytes = std::numeric_limits<std::uint64_t>::max();
 
