@@ -132,7 +132,7 @@ std::optional<std::string> IEHistoryList::IndexFile(const std::string& accountNa
     };
     for (const std::string& candidate : candidates) {
         const std::optional<DirectoryEntry> entry = platform_.FindEntry(candidate);
-        if (entry && (entry->attributes & (kAttributeHidden | kAttributeSystem | kAttributeDirectory)) == 0) {
+        if (entry && (entry->attributes & kAttributeDirectory) == 0) {
             return candidate;
         }
     }

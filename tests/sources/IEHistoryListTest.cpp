@@ -107,6 +107,19 @@ class IndexChoice : public testing::Test {
     bool loaded = false;
 };
 
+TEST_F(IndexChoice, AFileIsThereWhateverItsAttributesAre) {
+    const std::string content =
+        "C:\\Documents and Settings\\anna\\Local Settings\\Temporary Internet Files\\Content.IE5\\index.dat";
+    AddIndex(content, "content");
+    for (const std::uint32_t attributes :
+         {0U + kAttributeHidden, 0U + kAttributeSystem, 0U + kAttributeReadOnly, 7U, 0x20U}) {
+        platform.AddFile(kIndex, IndexOf({"history"}), attributes);
+        EXPECT_EQ(Load(), Urls{"history"}) << attributes;
+    }
+    platform.AddFile(kIndex, {}, kAttributeDirectory | kAttributeHidden);
+    EXPECT_EQ(Load(), Urls{"content"}) << "a folder is no file";
+}
+
 TEST_F(IndexChoice, TakesTheFirstOfFourAndNoOther) {
     const std::string profile = "C:\\Documents and Settings\\anna\\";
     EXPECT_EQ(Load(), Urls{});
