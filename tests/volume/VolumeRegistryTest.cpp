@@ -100,8 +100,9 @@ TEST_F(VolumeRegistryTest, UsersHoldTheDefaultAndTheLoggedOnUser) {
     volume_.users.front().hive.Key("InService");
     std::next(volume_.users.begin())->hive.Key("InAnna");
     const auto platform = volume_.Make();
-    EXPECT_THAT(SubKeys(*platform, kUsers), ElementsAre(".DEFAULT", kAnnaSid));
+    EXPECT_THAT(SubKeys(*platform, kUsers), ElementsAre(".DEFAULT", "S-1-5-18", kAnnaSid));
     EXPECT_EQ(TryOpen(*platform, kUsers, ".default\\InDefault"), kSuccess);
+    EXPECT_EQ(TryOpen(*platform, kUsers, "s-1-5-18\\InDefault"), kSuccess) << "the system's own account";
     EXPECT_EQ(TryOpen(*platform, kUsers, std::string(kAnnaSid) + "\\InAnna"), kSuccess);
     EXPECT_EQ(TryOpen(*platform, kCurrentUser, "inanna"), kSuccess);
     EXPECT_EQ(TryOpen(*platform, kUsers, kBobSid), kFileNotFound);
@@ -204,7 +205,7 @@ TEST_F(VolumeRegistryTest, InfoCountsCharactersWithoutTheirNul) {
     EXPECT_EQ(info.subKeys, 3U);
     EXPECT_EQ(info.longestSubKeyName, 17U) << "CurrentControlSet";
     EXPECT_EQ(platform->RegQueryInfoKeyA(kUsers, info), kSuccess);
-    EXPECT_EQ(info.subKeys, 2U);
+    EXPECT_EQ(info.subKeys, 3U);
     EXPECT_EQ(info.values, 0U);
 }
 
@@ -333,7 +334,7 @@ TEST_F(VolumeRegistryTest, LoadingMountsAHive) {
     const std::string file = "c:\\documents and settings\\CAROL.corp\\ntuser.dat";
     EXPECT_EQ(platform->RegLoadKeyA(kUsers, kDomainSid, file), kSuccess);
     EXPECT_EQ(TryOpen(*platform, kUsers, std::string(kDomainSid) + "\\software\\mine"), kSuccess);
-    EXPECT_THAT(SubKeys(*platform, kUsers), ElementsAre(".DEFAULT", kAnnaSid, kDomainSid));
+    EXPECT_THAT(SubKeys(*platform, kUsers), ElementsAre(".DEFAULT", "S-1-5-18", kAnnaSid, kDomainSid));
     EXPECT_EQ(platform->RegLoadKeyA(kUsers, kDomainSid, file), kSharingViolation);
     EXPECT_EQ(platform->RegLoadKeyA(kUsers, "Other", file), kSharingViolation);
     const std::string bob = "C:\\Documents and Settings\\bob\\NTUSER.DAT";

@@ -30,11 +30,12 @@ struct ConfigHive {
     const char* file;
 };
 
-constexpr std::array<ConfigHive, 5> kConfigHives = {{{kLocalMachine, "SAM", "SAM"},
+constexpr std::array<ConfigHive, 6> kConfigHives = {{{kLocalMachine, "SAM", "SAM"},
                                                      {kLocalMachine, "SECURITY", "SECURITY"},
                                                      {kLocalMachine, "SOFTWARE", "software"},
                                                      {kLocalMachine, "SYSTEM", "system"},
-                                                     {kUsers, ".DEFAULT", "default"}}};
+                                                     {kUsers, ".DEFAULT", "default"},
+                                                     {kUsers, "S-1-5-18", "default"}}};
 
 std::string ConfigFile(const std::string& windowsName, const char* file) {
     return "\\" + windowsName + "\\system32\\config\\" + file;
