@@ -435,7 +435,7 @@ TEST_F(VolumePlatformTest, AVolumeThatDisappearsLeavesWhatWasRead) {
               kPathNotFound);
     EXPECT_EQ(platform->RegOpenKeyExA(kUsers, ".DEFAULT", 1, key), kFileNotFound);
     EXPECT_THAT(platform->UserAccountNames(kAnnaSid), ElementsAre("anna"));
-    EXPECT_THAT(platform->GroupUsers(), IsEmpty());
+    EXPECT_EQ(platform->GroupUsers().size(), 1U) << "what is gone needs no rights";
     EXPECT_THAT(platform->ListDirectory("C:\\"), IsEmpty());
     EXPECT_EQ(platform->SpecialFolderPath(8), "C:\\Documents and Settings\\anna\\Recent");
 }

@@ -13,6 +13,7 @@ namespace {
 using Bytes = std::span<const std::byte>;
 
 constexpr std::size_t kFieldsOfBaseBlock = 512;
+constexpr char kUnreadable[] = "The registry hive cannot be opened for reading.";
 
 bool HasSignature(Bytes file) {
     constexpr std::array kSignature = {std::byte{'r'}, std::byte{'e'}, std::byte{'g'}, std::byte{'f'}};
@@ -43,6 +44,18 @@ const regf::Hive* HiveStore::LoadRequired(const std::string& path) {
     return hive;
 }
 
+bool HiveStore::IsUnreadable(const std::string& path) {
+    std::int32_t result = kSuccess;
+    const std::unique_ptr<InputFile> file = files_.Open(path, result);
+    std::array<std::byte, 1> first{};
+    const bool unreadable =
+        file ? file->Size() > 0 && file->Read(0, first) < first.size() : result == kAccessDenied;
+    if (unreadable) {
+        Tell(files_.HostPath(path).value_or(path), kUnreadable);
+    }
+    return unreadable;
+}
+
 std::optional<std::uint64_t> HiveStore::LastWritten(const std::string& path) const {
     std::int32_t result = kSuccess;
     const std::unique_ptr<InputFile> file = files_.Open(path, result);
@@ -58,7 +71,7 @@ std::unique_ptr<regf::Hive> HiveStore::Read(const std::string& path, const std::
     const std::unique_ptr<InputFile> file = files_.Open(path, result);
     if (!file) {
         if (result == kAccessDenied) {
-            Tell(hostPath, "The registry hive cannot be opened for reading.");
+            Tell(hostPath, kUnreadable);
         }
         return nullptr;
     }

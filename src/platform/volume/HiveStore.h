@@ -34,6 +34,9 @@ class HiveStore {
     /// As Load, for a hive that the machine cannot be without: that it is missing is told, too.
     const regf::Hive* LoadRequired(const std::string& path);
 
+    /// Whether a hive's file is there and cannot be read, which is told.
+    [[nodiscard]] bool IsUnreadable(const std::string& path);
+
     /// When the hive in a file was written last (FILETIME), without reading more than its beginning.
     [[nodiscard]] std::optional<std::uint64_t> LastWritten(const std::string& path) const;
 

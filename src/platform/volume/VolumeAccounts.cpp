@@ -8,7 +8,6 @@
 #include "platform/Text.h"
 #include "platform/volume/HiveStore.h"
 #include "platform/volume/VolumeEnvironment.h"
-#include "platform/volume/VolumeFiles.h"
 #include "platform/volume/VolumeRegistry.h"
 
 namespace ostrevin {
@@ -70,10 +69,8 @@ std::string LogonUserName(const regf::Hive& hive) {
 
 }  // namespace
 
-VolumeAccounts::VolumeAccounts(const VolumeFiles& files, HiveStore& hives, VolumeRegistry& registry,
-                               VolumeEnvironment& environment)
-    : files_(files),
-      hives_(hives),
+VolumeAccounts::VolumeAccounts(HiveStore& hives, VolumeRegistry& registry, VolumeEnvironment& environment)
+    : hives_(hives),
       registry_(registry),
       environment_(environment),
       sam_(registry),
@@ -85,16 +82,13 @@ std::optional<std::string> VolumeAccounts::NameOf(const std::string& sid) {
     return known == names_.end() ? names_.emplace(sid, FindName(sid)).first->second : known->second;
 }
 
-bool VolumeAccounts::CanReadEverything(const std::vector<std::string>& configHives) const {
-    const auto opening = [this](const std::string& path) {
-        std::int32_t result = kSuccess;
-        const std::unique_ptr<InputFile> file = files_.Open(path, result);
-        return result;
-    };
-    return std::all_of(configHives.begin(), configHives.end(),
-                       [&](const std::string& hive) { return opening(hive) == kSuccess; }) &&
-           std::none_of(profiles_.begin(), profiles_.end(),
-                        [&](const Profile& profile) { return opening(profile.HiveFile()) == kAccessDenied; });
+bool VolumeAccounts::CanReadEverything(std::vector<std::string> hives) const {
+    for (const Profile& profile : profiles_) {
+        hives.push_back(profile.HiveFile());
+    }
+    // Each is looked at, so that each is told of.
+    return std::count_if(hives.begin(), hives.end(),
+                         [this](const std::string& hive) { return hives_.IsUnreadable(hive); }) == 0;
 }
 
 GroupUser VolumeAccounts::Administratorship() {

@@ -13,7 +13,6 @@ namespace ostrevin {
 
 class HiveStore;
 class VolumeEnvironment;
-class VolumeFiles;
 class VolumeRegistry;
 
 class VolumeAccounts {
@@ -30,8 +29,7 @@ class VolumeAccounts {
         Profile profile;
     };
 
-    VolumeAccounts(const VolumeFiles& files, HiveStore& hives, VolumeRegistry& registry,
-                   VolumeEnvironment& environment);
+    VolumeAccounts(HiveStore& hives, VolumeRegistry& registry, VolumeEnvironment& environment);
 
     /// The name of a user's account: for a local one that of the accounts manager; for one of a domain that
     /// of its last log-on, else the last component of its profile folder. None for what is no user's account.
@@ -41,8 +39,8 @@ class VolumeAccounts {
     /// name; else the one whose hive was written last. None on a machine without users.
     [[nodiscard]] const std::optional<User>& LoggedOnUser() const { return loggedOn_; }
 
-    /// Whether the config folder's hives and every user's hive can be opened for reading.
-    [[nodiscard]] bool CanReadEverything(const std::vector<std::string>& configHives) const;
+    /// Whether these hives and every user's hive, as far as they are there, can be read.
+    [[nodiscard]] bool CanReadEverything(std::vector<std::string> hives) const;
 
     /// One record that makes the logged-on user an administrator.
     [[nodiscard]] GroupUser Administratorship();
@@ -53,7 +51,6 @@ class VolumeAccounts {
     [[nodiscard]] std::optional<std::string> DomainName(const Profile& profile);
     [[nodiscard]] std::optional<User> FindLoggedOnUser();
 
-    const VolumeFiles& files_;
     HiveStore& hives_;
     VolumeRegistry& registry_;
     VolumeEnvironment& environment_;

@@ -83,7 +83,7 @@ VolumePlatform::VolumePlatform(const std::string& folder, Notice notice, Picture
       registry_(files_, hives_),
       windowsFolder_(ReadWindowsFolder()),
       environment_(registry_, windowsFolder_),
-      accounts_(files_, hives_, registry_, environment_),
+      accounts_(hives_, registry_, environment_),
       folders_(registry_, environment_),
       outputs_(files_),
       opener_(files_, outputs_, examiner_),

@@ -22,8 +22,11 @@ TEST_F(UnreadableHivesTest, WhoCannotReadAProfileIsNoAdministrator) {
     std::filesystem::remove(volume_.folder / "Documents and Settings/LocalService/NTUSER.DAT");
     EXPECT_EQ(volume_.Open()->GroupUsers().size(), 1U) << "what is not there needs no rights";
     volume_.folder.Shut("Documents and Settings/bob");
+    volume_.folder.Shut("Documents and Settings/carol.CORP/NTUSER.DAT");
     const OrdinaryUser user;
     EXPECT_THAT(volume_.Open()->GroupUsers(), IsEmpty());
+    EXPECT_THAT(volume_.notices, testing::UnorderedElementsAre(HasSubstr("bob\\NTUSER.DAT: "),
+                                                               HasSubstr("/carol.CORP/NTUSER.DAT: ")));
 }
 
 TEST_F(UnreadableHivesTest, WhoCannotReadTheMachinesHivesIsNoAdministrator) {
@@ -33,8 +36,11 @@ TEST_F(UnreadableHivesTest, WhoCannotReadTheMachinesHivesIsNoAdministrator) {
         const OrdinaryUser user;
         EXPECT_THAT(volume_.Open()->GroupUsers(), IsEmpty());
     }
+    EXPECT_THAT(volume_.notices, ElementsAre(HasSubstr("/SECURITY: ")));
+    volume_.notices.clear();
     std::filesystem::remove(volume_.folder / "WINDOWS/system32/config/SECURITY");
-    EXPECT_THAT(volume_.Open()->GroupUsers(), IsEmpty());
+    EXPECT_EQ(volume_.Open()->GroupUsers().size(), 1U) << "what is not there needs no rights";
+    EXPECT_THAT(volume_.notices, IsEmpty());
 }
 
 TEST_F(UnreadableHivesTest, AFifoOrFolderForAHiveHangsNothing) {
