@@ -1,16 +1,21 @@
 #include "settings/AppSettings.h"
 
+#include <utility>
+
 #include "platform/RuntimeError.h"
 
 namespace ostrevin {
 
 AppSettings::~AppSettings() {
-    if (ini_ == nullptr) {
-        return;
-    }
     try {
-        ini_->SaveINI();
+        Save();
     } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch): a destructor has nobody to tell
+    }
+}
+
+void AppSettings::Save() {
+    if (ini_ != nullptr && !std::exchange(saved_, true)) {
+        ini_->SaveINI();
     }
 }
 
@@ -22,6 +27,7 @@ void AppSettings::SetINIOption(const std::string& name, const std::string& value
     if (ini_ == nullptr) {
         return;
     }
+    saved_ = false;
     ini_->DeleteVariable(name);
     ini_->AddVariable(name, value);
 }

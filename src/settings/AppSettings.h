@@ -12,13 +12,18 @@ class AppSettings {
     AppSettings() = default;
     AppSettings(const AppSettings&) = delete;
     AppSettings& operator=(const AppSettings&) = delete;
-    /// Saves the settings file, if one is held. A failure was told when the main window closed and is not
-    /// told again.
+    /// Saves what is not saved yet; here nobody can be told of a failure.
     ~AppSettings();
 
     /// The settings file to use; not owned.
     [[nodiscard]] IniFile* INI() const { return ini_; }
-    void SetINI(IniFile* ini) { ini_ = ini; }
+    void SetINI(IniFile* ini) {
+        ini_ = ini;
+        saved_ = false;
+    }
+    /// Saves the settings file, if one is held, unless that was tried since an option was set last. Raises
+    /// RuntimeError when it cannot be written.
+    void Save();
 
     /// "" when the option is not set or no file is held.
     [[nodiscard]] std::string GetINIOption(const std::string& name) const;
@@ -27,6 +32,7 @@ class AppSettings {
 
   private:
     IniFile* ini_ = nullptr;
+    bool saved_ = false;
 };
 
 }  // namespace ostrevin

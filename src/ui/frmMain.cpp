@@ -125,9 +125,7 @@ void frmMain::Form_Load() {
 }
 
 void frmMain::Form_Unload() {
-    if (parts_.settings.INI() != nullptr) {
-        parts_.settings.INI()->SaveINI();
-    }
+    parts_.settings.Save();
 }
 
 void frmMain::ReadShowPreview() {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "platform/RuntimeError.h"
 #include "settings/AppSettings.h"
 #include "tests/support/ScratchFolder.h"
 
@@ -64,6 +65,34 @@ TEST_F(AppSettingsTest, AnOptionUnderASectionHidesTheOneThatIsSet) {
         });
         EXPECT_EQ(folder.Read(kName), "\r\n[View]\r\nShowPreview=True\r\n\r\n[]\r\nShowPreview=False\r\n");
     }
+}
+
+TEST_F(AppSettingsTest, WhatIsSavedIsNotSavedAgain) {
+    RunProgram([this](AppSettings& settings) {
+        settings.SetINIOption("ShowPreview", "True");
+        settings.Save();
+        EXPECT_EQ(folder.Read(kName), "ShowPreview=True\r\n");
+        folder.Write(kName, "by another");
+        settings.Save();
+        EXPECT_EQ(folder.Read(kName), "by another");
+    });
+    EXPECT_EQ(folder.Read(kName), "by another");
+}
+
+TEST_F(AppSettingsTest, WhatIsSetLaterIsSavedToo) {
+    RunProgram([](AppSettings& settings) {
+        settings.Save();
+        settings.SetINIOption("ShowPreview", "True");
+    });
+    EXPECT_EQ(folder.Read(kName), "ShowPreview=True\r\n");
+}
+
+TEST_F(AppSettingsTest, TellsOfAFileThatCannotBeWrittenOnce) {
+    folder.MakeFolder(kName);
+    RunProgram([](AppSettings& settings) {
+        EXPECT_THROW(settings.Save(), RuntimeError);
+        EXPECT_NO_THROW(settings.Save());
+    });
 }
 
 TEST_F(AppSettingsTest, SaysNothingAboutAFileThatCannotBeWritten) {

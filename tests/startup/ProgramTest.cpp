@@ -132,8 +132,10 @@ TEST_F(ProgramTest, WritesTheSettingsFileAtItsEnd) {
         program.Main();
         EXPECT_FALSE(folder.Has("ostrevin.ini"));
         program.MainWindow()->mnuExit.Click.Raise();
+        EXPECT_EQ(folder.Read("ostrevin.ini"), "");
+        folder.Write("ostrevin.ini", "by another");
     }
-    EXPECT_EQ(folder.Read("ostrevin.ini"), "");
+    EXPECT_EQ(folder.Read("ostrevin.ini"), "by another") << "it is written once";
     EXPECT_FALSE(folder.Has("error.log")) << "nothing went wrong";
 }
 
