@@ -1,5 +1,7 @@
 #include "platform/Paths.h"
 
+#include <exception>
+
 namespace ostrevin {
 
 std::string GetAppFolder(Platform& platform) {
@@ -19,7 +21,11 @@ std::string GetSystemDrive(Platform& platform) {
 }
 
 std::string GetSpecialFolderPath(Platform& platform, int csidl) {
-    return platform.SpecialFolderPath(csidl);
+    try {
+        return platform.SpecialFolderPath(csidl);
+    } catch (const std::exception&) {
+        return {};
+    }
 }
 
 std::string GetFolderOfPath(const std::string& path) {
@@ -28,7 +34,11 @@ std::string GetFolderOfPath(const std::string& path) {
 }
 
 bool FileExists(Platform& platform, const std::string& path) {
-    return platform.PathFileExistsA(path);
+    try {
+        return platform.PathFileExistsA(path);
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 int ShellOpenDocument(Platform& platform, const std::string& path) {

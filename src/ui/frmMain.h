@@ -146,6 +146,8 @@ class frmMain : public Form {
     void Document_DblClick(const ListView& list);
     /// Of lstIEHistory and lstTypedURL.
     void Address_DblClick(const ListView& list);
+    /// Does something with the selected item's file, if it is there; a failure is nothing but no action.
+    void OnExistingFile(const ListView& list, const std::function<void(const std::string&)>& action);
 
     void WriteAccessible(ListItem& item, int subItem);
     [[nodiscard]] PicturePtr ThumbnailFor(const DocumentPage& page);

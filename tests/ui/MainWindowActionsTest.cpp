@@ -295,6 +295,61 @@ TEST_F(MainWindowActionsTest, MenuAndToolBarSwitchThePreview) {
     EXPECT_EQ(Preview(), "False");
 }
 
+/// A machine where whatever is done with a file fails with an error.
+class FailingPlatform : public MemoryPlatform {
+  public:
+    bool PathFileExistsA(const std::string& /*path*/) override {
+        return looks ? true : throw std::runtime_error("no look");
+    }
+    bool StartProgram(const std::string& /*commandLine*/) override {
+        ++tried;
+        throw std::runtime_error("no start");
+    }
+    int ShellExecuteA(const std::string& /*verb*/, const std::string& /*file*/, const std::string& /*folder*/,
+                      int /*showCommand*/) override {
+        ++tried;
+        throw std::runtime_error("no shell");
+    }
+
+    bool looks = false;  ///< whether it can look for files
+    int tried = 0;
+};
+
+TEST_F(MainWindowActionsTest, AnErrorOfADoubleClickIsNoneOfTheWindow) {
+    FailingPlatform failing;
+    frmMain other(toolkit, {failing, settings, accounts});
+    machine.Load();
+    other.Show();
+    other.FillPrograms(kAnna);
+    other.FillRecentDocuments(kAnna);
+    other.FillOpenSave(kAnna);
+    for (ListView* list : {&other.lstProgram, &other.lstRecent, &other.lstOpenSave}) {
+        list->Select(&list->Item(1));
+        failing.looks = false;
+        failing.tried = 0;
+        EXPECT_NO_THROW(list->DblClick.Raise()) << list->Name();
+        EXPECT_EQ(failing.tried, 0) << list->Name();
+        failing.looks = true;
+        EXPECT_NO_THROW(list->DblClick.Raise()) << list->Name();
+        EXPECT_EQ(failing.tried, 1) << list->Name();
+    }
+    EXPECT_EQ(Messages(), (Strings{}));
+}
+
+TEST_F(MainWindowActionsTest, AFileThatCannotBeLookedForIsNotAccessible) {
+    ShowPreview();
+    FailingPlatform failing;
+    frmMain other(toolkit, {failing, settings, accounts});
+    machine.Load();
+    other.Show();
+    other.FillPrograms(kAnna);
+    other.FillRecentDocuments(kAnna);
+    EXPECT_NO_THROW(other.lstProgram.ClickItem(other.lstProgram.Item(1)));
+    EXPECT_NO_THROW(other.lstRecent.ClickItem(other.lstRecent.Item(1)));
+    EXPECT_EQ(other.lstProgram.Item(1).SubItem(3), "No");
+    EXPECT_EQ(other.lstRecent.Item(1).SubItem(1), "No");
+}
+
 TEST_F(MainWindowActionsTest, SwitchedTwiceThePreviewIsAsItWas) {
     ShowPreview();
     Show();
