@@ -29,23 +29,6 @@ std::string_view WithoutBlanks(std::string_view text) {
                                            : text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-std::optional<double> ReadNumber(std::string_view text) {
-    text = WithoutBlanks(text);
-    const bool negative = text.starts_with('-');
-    if (negative || text.starts_with('+')) {
-        text.remove_prefix(1);
-    }
-    if (text.empty() || !(IsDigit(text.front()) || text.front() == '.')) {
-        return std::nullopt;  // from_chars would take a second sign, and words for infinity
-    }
-    double value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return negative ? -value : value;
-}
-
 /// Text of at most 15 digits, which a double holds exactly, and which is its own decimal form.
 bool IsPlainInteger(std::string_view text) {
     return !text.empty() && text.size() <= std::numeric_limits<double>::digits10 &&
@@ -131,6 +114,23 @@ void AppendTwoDigits(std::string& text, int number) {
 }
 
 }  // namespace
+
+std::optional<double> ReadNumber(std::string_view text) {
+    text = WithoutBlanks(text);
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+')) {
+        text.remove_prefix(1);
+    }
+    if (text.empty() || !(IsDigit(text.front()) || text.front() == '.')) {
+        return std::nullopt;  // from_chars would take a second sign, and words for infinity
+    }
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return negative ? -value : value;
+}
 
 std::string NumberKey(std::string_view text) {
     if (IsPlainInteger(text) && text.find_first_not_of('0') != std::string_view::npos) {

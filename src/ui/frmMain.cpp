@@ -1,5 +1,6 @@
 #include "ui/frmMain.h"
 
+#include <optional>
 #include <string_view>
 
 #include "platform/Paths.h"
@@ -8,6 +9,7 @@
 #include "report/frmCreateReport.h"
 #include "sources/FileTimeToLocalDate.h"
 #include "ui/ListSorter.h"
+#include "ui/SortKeys.h"
 
 namespace ostrevin {
 namespace {
@@ -32,6 +34,12 @@ constexpr std::array<TraceKind, 5> kTraceKinds = {{
 
 std::string KeyOf(std::int32_t position) {
     return std::to_string(position) + "KEY";
+}
+
+/// True and false in any case, a number that is not 0; any other text is false.
+bool ReadBoolean(std::string_view text) {
+    const std::optional<double> number = ReadNumber(text);
+    return number ? *number != 0 : EqualNoCase(text, "True");
 }
 
 bool IsPage(std::string_view url) {
@@ -129,7 +137,7 @@ void frmMain::Form_Unload() {
 }
 
 void frmMain::ReadShowPreview() {
-    const bool show = parts_.settings.GetINIOption("ShowPreview") == "True";
+    const bool show = ReadBoolean(parts_.settings.GetINIOption("ShowPreview"));
     mnuShowPreview.SetChecked(show);
     if (show) {
         barTool.Button("SHOWPREVIEW").SetValue(ToolButton::kPressed);

@@ -350,6 +350,70 @@ TEST_F(MainWindowActionsTest, AFileThatCannotBeLookedForIsNotAccessible) {
     EXPECT_EQ(other.lstRecent.Item(1).SubItem(1), "No");
 }
 
+TEST_F(MainWindowActionsTest, ADoubleClickOpensAnAddressAsItStands) {
+    machine.AddIEHistory("anna", {{"http:no address", kSomeDay}});
+    machine.AddTypedURLs(kAnna, {"::: not one either"});
+    Show();
+    for (const auto& [suffix, list] :
+         {std::pair{":IEHISTORY", &frmMain::lstIEHistory}, std::pair{":TYPEDURLS", &frmMain::lstTypedURL}}) {
+        Click(std::string(kAnna) + suffix);
+        ListView& addresses = window.*list;
+        addresses.DblClick.Raise();
+        addresses.ClickItem(addresses.Item(1));
+        addresses.DblClick.Raise();
+    }
+    ASSERT_EQ(platform.executed.size(), 2U) << "none without a choice";
+    EXPECT_EQ(platform.executed[0].file, "http:no address");
+    EXPECT_EQ(platform.executed[1].file, "::: not one either");
+}
+
+TEST_F(MainWindowActionsTest, PreviewIsOffUnlessTheSettingsSayTrue) {
+    Show();
+    EXPECT_EQ(Preview(), "");
+}
+
+TEST_F(MainWindowActionsTest, PreviewIsOnWhenTheSettingsSayTrue) {
+    ShowPreview();
+    Show();
+    EXPECT_EQ(Preview(), "True");
+}
+
+TEST_F(MainWindowActionsTest, MenuAndButtonReadTheSettingAsABoolean) {
+    const auto shows = [this](const char* value) {
+        IniFile file;
+        file.AddVariable("ShowPreview", value);
+        AppSettings options;
+        options.SetINI(&file);
+        file.SetINIFileName(folder.Path("other.ini"));
+        frmMain other(toolkit, {platform, options, accounts});
+        other.Load();
+        const bool checked = other.mnuShowPreview.Checked();
+        EXPECT_EQ(other.barTool.Button("SHOWPREVIEW").Value(),
+                  checked ? ToolButton::kPressed : ToolButton::kUp)
+            << value;
+        return checked;
+    };
+    for (const char* yes : {"True", "true", "TRUE", "tRuE", "1", "-1", "2", "0.5", " 1 ", "1e3"}) {
+        EXPECT_TRUE(shows(yes)) << yes;
+    }
+    for (const char* no :
+         {"False", "false", "FALSE", "0", "-0", "0.0", "00", "", "Tru", "Trues", "yes", "x"}) {
+        EXPECT_FALSE(shows(no)) << no;
+    }
+}
+
+TEST_F(MainWindowActionsTest, MenuAndToolBarSwitchThePreview) {
+    Show();
+    Press("SHOWPREVIEW");
+    EXPECT_EQ(Preview(), "True");
+    window.mnuShowPreview.Click.Raise();
+    EXPECT_EQ(Preview(), "False");
+    window.mnuShowPreview.Click.Raise();
+    EXPECT_EQ(Preview(), "True");
+    Press("SHOWPREVIEW");
+    EXPECT_EQ(Preview(), "False");
+}
+
 TEST_F(MainWindowActionsTest, SwitchedTwiceThePreviewIsAsItWas) {
     ShowPreview();
     Show();
