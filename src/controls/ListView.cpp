@@ -248,9 +248,13 @@ void ListView::SortBy(int column, enum SortOrder order) {
 }
 
 void ListView::Select(ListItem* item) {
+    const bool another = item != selected_;
     selected_ = item;
     if (TheView() != nullptr) {
         TheView()->SelectionChanged();
+    }
+    if (another) {
+        SelectionChange.Raise();
     }
 }
 

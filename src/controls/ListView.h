@@ -146,7 +146,7 @@ class ListView : public Control {
 
     /// Null when nothing is selected.
     [[nodiscard]] ListItem* SelectedItem() const { return selected_; }
-    /// Raises no event.
+    /// Raises no event but SelectionChange.
     void Select(ListItem* item);
     /// Scrolls until the item is in sight.
     void EnsureVisible(const ListItem& item);
@@ -155,6 +155,8 @@ class ListView : public Control {
     void SetExtendedStyle(std::uint32_t style);
 
     Event<ListItem&> ItemClick;
+    /// Another item is selected than before, or none, whoever did it.
+    Event<> SelectionChange;
     Event<> DblClick;
     Event<ColumnHeader&> ColumnClick;
 

@@ -99,6 +99,7 @@ void frmMain::BindEvents() {
     for (const DocumentPage* page : {&recentPage_, &openSavePage_}) {
         page->list.ItemClick = [this, page](ListItem& item) { Document_ItemClick(*page, item); };
         page->list.DblClick = [this, page] { Document_DblClick(page->list); };
+        page->list.SelectionChange = [page] { page->thumbnail.SetPicture(nullptr); };
         Splitter& splitter = page->splitter;
         page->pane.MouseDown = [&splitter](int button, int shift, double x, double y) {
             splitter.MouseDown(button, shift, x, y);
@@ -212,7 +213,6 @@ void frmMain::FillList(std::size_t place, const std::string& sid,
     filters_[place].ResetFilter();
     list.SetTag(sid);
     list.Clear();
-    ForgetPreview(list);
     const bool sorted = list.Sorted();
     list.SetSorted(false);
     addEntries(FindAccount(sid));

@@ -126,8 +126,6 @@ class frmMain : public Form {
     void LayOutPages();
     void LayOutDocumentPage(const DocumentPage& page);
     [[nodiscard]] bool ShowsPreview() const;
-    /// Empties the preview beside a list in which nothing is selected any more.
-    void ForgetPreview(const ListView& list);
     [[nodiscard]] std::size_t SelectedList() const;
     [[nodiscard]] ListView& ListAt(std::size_t place);
     void CreateReport();
@@ -146,10 +144,10 @@ class frmMain : public Form {
     void Document_DblClick(const ListView& list);
     /// Of lstIEHistory and lstTypedURL.
     void Address_DblClick(const ListView& list);
-    /// Does something with the selected item's file, if it is there; a failure is nothing but no action.
-    void OnExistingFile(const ListView& list, const std::function<void(const std::string&)>& action);
 
     void WriteAccessible(ListItem& item, int subItem);
+    /// Does something with the selected item's file, if it is there; a failure is nothing but no action.
+    void OnExistingFile(const ListView& list, const std::function<void(const std::string&)>& action);
     [[nodiscard]] PicturePtr ThumbnailFor(const DocumentPage& page);
 
     MainWindowParts parts_;

@@ -50,14 +50,6 @@ PicturePtr frmMain::ThumbnailFor(const DocumentPage& page) {
     return made ? thumbnails_.Picture() : nullptr;
 }
 
-void frmMain::ForgetPreview(const ListView& list) {
-    for (const DocumentPage* page : {&recentPage_, &openSavePage_}) {
-        if (&page->list == &list && list.SelectedItem() == nullptr) {
-            page->thumbnail.SetPicture(nullptr);
-        }
-    }
-}
-
 void frmMain::lstProgram_DblClick() {
     OnExistingFile(lstProgram, [this](const std::string& path) { parts_.platform.StartProgram(path); });
 }

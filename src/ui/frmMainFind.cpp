@@ -40,7 +40,6 @@ void frmMain::ToggleFilter() {
     }
     filter.SetFilterString(text);
     filter.Filter(list.Column(1));
-    ForgetPreview(list);
 }
 
 void frmMain::DoFind() {

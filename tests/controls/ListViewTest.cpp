@@ -143,6 +143,28 @@ TEST_F(ListViewTest, AClickSelectsBeforeItIsTold) {
     EXPECT_EQ(told, &list.Item(1));
 }
 
+TEST_F(ListViewTest, TellsWhenAnotherItemIsSelectedThanBefore) {
+    ListItem& first = list.Add("", "a");
+    ListItem& second = list.Add("", "b");
+    Strings told;
+    list.SelectionChange = [&] {
+        told.push_back(list.SelectedItem() == nullptr ? "none" : list.SelectedItem()->Text());
+    };
+    list.Select(&second);
+    list.Select(&second);
+    list.ClickItem(second);
+    list.SetSorted(true);
+    list.SetSortOrder(SortOrder::Descending);
+    EXPECT_EQ(told, (Strings{"b"}));
+    list.ClickItem(first);
+    list.Remove(second);
+    EXPECT_EQ(told, (Strings{"b", "a"}));
+    list.RemoveAll([](const ListItem& /*item*/) { return true; });
+    list.Select(&list.Add("", "c"));
+    list.Clear();
+    EXPECT_EQ(told, (Strings{"b", "a", "none", "c", "none"}));
+}
+
 TEST_F(ListViewTest, AClickOnAHeaderTellsTheColumn) {
     int told = 0;
     list.ColumnClick = [&](ColumnHeader& column) { told = column.Index(); };

@@ -213,6 +213,46 @@ TEST_P(MainWindowDocumentsTest, WhatIsNoLongerInTheListHasNoPreview) {
     EXPECT_EQ(thumbnail.Picture(), nullptr);
 }
 
+TEST_P(MainWindowDocumentsTest, WhatIsFoundDoesNotStandBesideThePictureOfAnother) {
+    ShowPreview();
+    AddPictureFile(document);
+    ShowDocuments();
+    list.Add("", "C:\\other anna");
+    ClickDocument();
+    const PicturePtr picture = thumbnail.Picture();
+    ASSERT_NE(picture, nullptr);
+    Find("nothing like it");
+    EXPECT_EQ(thumbnail.Picture(), picture) << "the selection stays";
+    Find("anna");
+    ASSERT_EQ(Selected(list), document);
+    EXPECT_EQ(thumbnail.Picture(), picture) << "it is the picture of what is found";
+    window.mnuFindNext.Click.Raise();
+    ASSERT_EQ(Selected(list), "C:\\other anna");
+    EXPECT_EQ(thumbnail.Picture(), nullptr);
+    EXPECT_EQ(list.SelectedItem()->SubItem(1), "") << "nothing is clicked";
+    ClickDocument();
+    Find("other");
+    ASSERT_EQ(Selected(list), "C:\\other anna");
+    EXPECT_EQ(thumbnail.Picture(), nullptr);
+}
+
+TEST_P(MainWindowDocumentsTest, ThePictureStaysAsLongAsItsDocumentIsSelected) {
+    ShowPreview();
+    AddPictureFile(document);
+    ShowDocuments();
+    list.Add("", "C:\\zero");
+    ClickDocument();
+    const PicturePtr picture = thumbnail.Picture();
+    ASSERT_NE(picture, nullptr);
+    list.ClickColumn(1);
+    list.ClickColumn(2);
+    window.TabStrip.Select(1);
+    Click(std::string(kAnna) + GetParam().suffix);
+    window.Resized(900, 600, WindowState::Normal);
+    EXPECT_EQ(Selected(list), document);
+    EXPECT_EQ(thumbnail.Picture(), picture);
+}
+
 TEST_P(MainWindowDocumentsTest, ThePreviewFollowsItsSwitchAtOnce) {
     AddPictureFile(document);
     ShowDocuments();
@@ -253,46 +293,6 @@ TEST_F(MainWindowActionsTest, ADoubleClickStartsAProgramThatIsThere) {
     platform.Fail("StartProgram");
     window.lstProgram.DblClick.Raise();
     EXPECT_EQ(Messages(), (Strings{})) << "a program that cannot be started is not spoken of";
-}
-
-TEST_F(MainWindowActionsTest, ADoubleClickOpensAnAddressAsItStands) {
-    machine.AddIEHistory("anna", {{"http:no address", kSomeDay}});
-    machine.AddTypedURLs(kAnna, {"::: not one either"});
-    Show();
-    for (const auto& [suffix, list] :
-         {std::pair{":IEHISTORY", &frmMain::lstIEHistory}, std::pair{":TYPEDURLS", &frmMain::lstTypedURL}}) {
-        Click(std::string(kAnna) + suffix);
-        ListView& addresses = window.*list;
-        addresses.DblClick.Raise();
-        addresses.ClickItem(addresses.Item(1));
-        addresses.DblClick.Raise();
-    }
-    ASSERT_EQ(platform.executed.size(), 2U) << "none without a choice";
-    EXPECT_EQ(platform.executed[0].file, "http:no address");
-    EXPECT_EQ(platform.executed[1].file, "::: not one either");
-}
-
-TEST_F(MainWindowActionsTest, PreviewIsOffUnlessTheSettingsSayTrue) {
-    Show();
-    EXPECT_EQ(Preview(), "");
-}
-
-TEST_F(MainWindowActionsTest, PreviewIsOnWhenTheSettingsSayTrue) {
-    ShowPreview();
-    Show();
-    EXPECT_EQ(Preview(), "True");
-}
-
-TEST_F(MainWindowActionsTest, MenuAndToolBarSwitchThePreview) {
-    Show();
-    Press("SHOWPREVIEW");
-    EXPECT_EQ(Preview(), "True");
-    window.mnuShowPreview.Click.Raise();
-    EXPECT_EQ(Preview(), "False");
-    window.mnuShowPreview.Click.Raise();
-    EXPECT_EQ(Preview(), "True");
-    Press("SHOWPREVIEW");
-    EXPECT_EQ(Preview(), "False");
 }
 
 /// A machine where whatever is done with a file fails with an error.
