@@ -286,4 +286,11 @@ void ListView::ClickItem(ListItem& item) {
     ItemClick.Raise(item);
 }
 
+void ListView::OpenItem(ListItem& item) {
+    if (selected_ != &item) {
+        ClickItem(item);
+    }
+    DblClick.Raise();
+}
+
 }  // namespace ostrevin

@@ -164,6 +164,8 @@ class ListView : public Control {
 
     /// A person chose an item, by mouse or by keyboard: it is selected, then ItemClick is raised.
     void ClickItem(ListItem& item);
+    /// A person opened an item: it is clicked, unless it is selected already, then DblClick is raised.
+    void OpenItem(ListItem& item);
     void ClickColumn(int index) { ColumnClick.Raise(Column(index)); }
 
   private:

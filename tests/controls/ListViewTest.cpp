@@ -165,6 +165,17 @@ TEST_F(ListViewTest, TellsWhenAnotherItemIsSelectedThanBefore) {
     EXPECT_EQ(told, (Strings{"b", "a", "none", "c", "none"}));
 }
 
+TEST_F(ListViewTest, AnItemThatIsOpenedIsTheSelectedOne) {
+    list.Add("", "a");
+    list.Add("", "b");
+    Strings told;
+    list.ItemClick = [&](ListItem& item) { told.push_back("click " + item.Text()); };
+    list.DblClick = [&] { told.push_back("open " + list.SelectedItem()->Text()); };
+    list.OpenItem(list.Item(2));
+    list.OpenItem(list.Item(2));
+    EXPECT_EQ(told, (Strings{"click b", "open b", "open b"}));
+}
+
 TEST_F(ListViewTest, AClickOnAHeaderTellsTheColumn) {
     int told = 0;
     list.ColumnClick = [&](ColumnHeader& column) { told = column.Index(); };

@@ -37,9 +37,9 @@ TEST(ShownTextTest, OfALongTextBothEndsAreShown) {
     const std::string longest(2 * kShownAtEachEnd, 'a');
     EXPECT_EQ(ShownText(longest), longest);
     const std::string end(kShownAtEachEnd, 'z');
-    EXPECT_EQ(ShownText(std::string(30'000'000, 'a') + end),
+    EXPECT_EQ(ShownText(std::string(8'000'000, 'a') + end),
               std::string(kShownAtEachEnd, 'a') + "\u2026" + end);
-    EXPECT_EQ(ShownMessage(std::string(30'000'000, 'a') + end),
+    EXPECT_EQ(ShownMessage(std::string(8'000'000, 'a') + end),
               std::string(kShownAtEachEnd, 'a') + "\u2026" + end);
 }
 

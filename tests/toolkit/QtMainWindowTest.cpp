@@ -221,7 +221,7 @@ TEST_F(QtMainWindowTest, ANodeIsChosenWithTheMouse) {
 
 TEST_F(QtMainWindowTest, ANodeIsChosenWithTheKeyboard) {
     ASSERT_EQ(QApplication::focusWidget(), &Find<QTreeWidget>("treeUsers"));
-    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Down}) {
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Down, Qt::Key_Down}) {
         Press(key);
     }
     QTest::qWait(0);

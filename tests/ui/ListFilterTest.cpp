@@ -1,5 +1,4 @@
 // The list filter, on a list without a toolkit.
-#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -7,31 +6,13 @@
 #include "controls/Form.h"
 #include "controls/ListView.h"
 #include "tests/support/TestToolkit.h"
+#include "tests/support/WatchingView.h"
 #include "ui/ListFilter.h"
 
 namespace ostrevin {
 namespace {
 
 using Strings = std::vector<std::string>;
-
-/// Runs an action whenever the rows of a list change.
-class WatchingView : public ListViewView {
-  public:
-    explicit WatchingView(std::function<void()> onRows) : onRows_(std::move(onRows)) {}
-    void Moved() override {}
-    void StateChanged() override {}
-    void RowsChanged() override { onRows_(); }
-    void RowChanged(std::size_t /*row*/) override {}
-    void SelectionChanged() override {}
-    void SortChanged() override {}
-    void LockUpdate(bool /*locked*/) override {}
-    void EnsureVisible(std::size_t /*row*/) override {}
-    [[nodiscard]] std::uint32_t ExtendedStyle() const override { return 0; }
-    void SetExtendedStyle(std::uint32_t /*style*/) override {}
-
-  private:
-    std::function<void()> onRows_;
-};
 
 class ListFilterTest : public ::testing::Test {
   protected:
@@ -216,7 +197,7 @@ TEST_F(ListFilterTest, ASelectedItemThatGoesIsNotSelectedAnyMore) {
 TEST_F(ListFilterTest, HidesTheListWhileItWorks) {
     Fill({"a", "b"});
     bool seen = false;
-    WatchingView view([&] { seen = seen || list.Visible(); });
+    testing::WatchingView view([&] { seen = seen || list.Visible(); });
     list.Attach(&view);
     list.SetSorted(true);
     seen = false;
@@ -229,6 +210,24 @@ TEST_F(ListFilterTest, HidesTheListWhileItWorks) {
         EXPECT_TRUE(list.Sorted());
     }
     EXPECT_FALSE(seen);
+    list.Attach(nullptr);
+}
+
+TEST_F(ListFilterTest, SortingIsOffWhileItemsComeBack) {
+    Fill({"c", "a", "d", "b"});
+    list.SetSorted(true);
+    FilterBy("b");
+    int added = 0;
+    testing::WatchingView view([&] {
+        const bool allThere = list.ItemCount() == 4;
+        added += allThere ? 0 : 1;
+        EXPECT_TRUE(allThere || !list.Sorted());
+    });
+    list.SetVisible(true);
+    list.Attach(&view);
+    EXPECT_TRUE(filter.UnFilter());
+    EXPECT_GE(added, 2);
+    EXPECT_EQ(Texts(), (Strings{"a", "b", "c", "d"}));
     list.Attach(nullptr);
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tests/support/Profiles.h"
+#include "tests/support/WatchingView.h"
 #include "tests/ui/MainWindowFixture.h"
 
 namespace ostrevin {
@@ -253,6 +254,24 @@ TEST_F(MainWindowTest, AFilledListIsSortedAsTheUserLeftIt) {
     ClickPrograms(kBen);
     EXPECT_TRUE(window.lstProgram.Sorted());
     EXPECT_EQ(Texts(window.lstProgram), (Strings{"Z:\\z.exe", "C:\\ben.exe"}));
+}
+
+TEST_F(MainWindowTest, SortingIsOffWhileAListIsFilled) {
+    machine.AddUserAssist(kBen, "UEME_RUNPATH:Z:\\z.exe", 1, kSomeDay);
+    machine.AddUserAssist(kBen, "UEME_RUNPATH:A:\\a.exe", 1, kSomeDay);
+    Show();
+    window.lstProgram.SetSorted(true);
+    int added = 0;
+    testing::WatchingView view([&] {
+        const bool allThere = window.lstProgram.ItemCount() == 3;
+        added += allThere || window.lstProgram.ItemCount() == 0 ? 0 : 1;
+        EXPECT_TRUE(allThere || window.lstProgram.ItemCount() == 0 || !window.lstProgram.Sorted());
+    });
+    window.lstProgram.Attach(&view);
+    ClickPrograms(kBen);
+    window.lstProgram.Attach(nullptr);
+    EXPECT_EQ(added, 2);
+    EXPECT_EQ(Texts(window.lstProgram), (Strings{"A:\\a.exe", "C:\\ben.exe", "Z:\\z.exe"}));
 }
 
 TEST_F(MainWindowTest, AListFilledAnewIsSortedByTheValuesOfItsColumn) {

@@ -101,7 +101,7 @@ QWidget& NewFrame(const Frame& frame, QWidget* parent) {
     if (frame.Caption().empty()) {
         return *new QWidget(parent);
     }
-    return *new QGroupBox(Text(frame.Caption()), parent);
+    return *new QGroupBox(Shown(frame.Caption()), parent);
 }
 
 }  // namespace

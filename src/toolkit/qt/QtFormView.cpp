@@ -181,7 +181,7 @@ void QtFormView::Hide() {
 }
 
 void QtFormView::CaptionChanged() {
-    window_->setWindowTitle(Text(form_.Caption()));
+    window_->setWindowTitle(Shown(form_.Caption()));
 }
 
 void QtFormView::SizeChanged() {

@@ -13,7 +13,7 @@ QtLabel::QtLabel(Label& label, QWidget* parent) : WidgetView(label), widget_(new
 }
 
 void QtLabel::CaptionChanged() {
-    widget_->setText(Text(Control().Caption()));
+    widget_->setText(Shown(Control().Caption()));
 }
 
 QtCommandButton::QtCommandButton(QtToolkit& toolkit, CommandButton& button, QWidget* parent)
@@ -26,7 +26,7 @@ QtCommandButton::QtCommandButton(QtToolkit& toolkit, CommandButton& button, QWid
 }
 
 void QtCommandButton::CaptionChanged() {
-    widget_->setText(Text(Control().Caption()));
+    widget_->setText(Shown(Control().Caption()));
 }
 
 QtCheckBox::QtCheckBox(QtToolkit& toolkit, CheckBox& box, QWidget* parent)
@@ -40,7 +40,7 @@ QtCheckBox::QtCheckBox(QtToolkit& toolkit, CheckBox& box, QWidget* parent)
 }
 
 void QtCheckBox::CaptionChanged() {
-    widget_->setText(Text(Control().Caption()));
+    widget_->setText(Shown(Control().Caption()));
 }
 
 void QtCheckBox::ValueChanged() {
@@ -73,7 +73,7 @@ QtComboBox::QtComboBox(QtToolkit& toolkit, ComboBox& box, QWidget* parent)
 
 void QtComboBox::ItemsChanged() {
     for (int i = widget_->count(); i < static_cast<int>(Control().Items().size()); ++i) {
-        widget_->addItem(Text(Control().Items()[static_cast<std::size_t>(i)]));
+        widget_->addItem(Shown(Control().Items()[static_cast<std::size_t>(i)]));
     }
     SelectionChanged();
 }

@@ -3,16 +3,20 @@
 #include <algorithm>
 #include <cmath>
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QProxyStyle>
+#include <QScrollBar>
 #include <QStyleOptionFocusRect>
 #include <QToolTip>
 
 #include "controls/Container.h"
+#include "toolkit/qt/QtToolTip.h"
 
 namespace ostrevin::qt {
 namespace {
@@ -61,6 +65,20 @@ class HeaderWidget : public QHeaderView {
                 event->ignore();
         }
     }
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int column) const override {
+        QHeaderView::initStyleOptionForIndex(option, column);
+        // An arrow that points up stands for ascending.
+        switch (option->sortIndicator) {
+            case QStyleOptionHeader::SortUp:
+                option->sortIndicator = QStyleOptionHeader::SortDown;
+                break;
+            case QStyleOptionHeader::SortDown:
+                option->sortIndicator = QStyleOptionHeader::SortUp;
+                break;
+            case QStyleOptionHeader::None:
+                break;
+        }
+    }
     void focusInEvent(QFocusEvent* /*event*/) override { viewport()->update(); }
     void focusOutEvent(QFocusEvent* /*event*/) override { viewport()->update(); }
     void paintSection(QPainter* painter, const QRect& rect, int column) const override {
@@ -82,10 +100,10 @@ class HeaderWidget : public QHeaderView {
     int column_ = 0;
 };
 
-/// Tells what a person chose, by mouse (each click, also on what is selected) and by keyboard (each move).
-class ListWidget : public QTreeView {
+/// Tells what a person chose or opened.
+class ListWidget : public FollowingView<QTreeView> {
   public:
-    ListWidget(QtListView& view, QWidget* parent) : QTreeView(parent), view_(view) {
+    ListWidget(QtListView& view, QWidget* parent) : FollowingView(parent), view_(view) {
         setStyle(&style_);
         setCursor(Qt::ArrowCursor);  // not that of the box it stands on
         setHeader(new HeaderWidget(this));
@@ -119,29 +137,33 @@ class ListWidget : public QTreeView {
         FitFirstColumn();
     }
     void mousePressEvent(QMouseEvent* event) override {
-        const QModelIndex index = indexAt(event->pos());
-        if (!index.isValid()) {
-            return;  // a click beside the rows changes nothing
+        if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton) {
+            Press(*event, &QtListView::RowChosen);
         }
-        QTreeView::mousePressEvent(event);
-        view_.RowChosen(index.row());
     }
     void mouseDoubleClickEvent(QMouseEvent* event) override {
-        if (event->button() == Qt::LeftButton && indexAt(event->pos()).isValid()) {
-            view_.RowOpened();
+        if (event->button() == Qt::LeftButton) {
+            Press(*event, &QtListView::RowOpened);
+        } else {
+            mousePressEvent(event);
         }
     }
+    void mouseReleaseEvent(QMouseEvent* /*event*/) override {}
     void keyPressEvent(QKeyEvent* event) override {
+        view_.BringUpToDate();
         if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-            view_.RowOpened();
-            return;
+            view_.SelectionOpened();
+        } else if (event->matches(QKeySequence::Copy)) {
+            view_.CopySelection();
+        } else {
+            QTreeView::keyPressEvent(event);
         }
-        const int before = SelectedRow();
-        QTreeView::keyPressEvent(event);
-        const int after = SelectedRow();
-        if (after >= 0 && after != before) {
-            view_.RowChosen(after);
-        }
+    }
+    /// To the side, the rows stay where a person has put them.
+    void scrollTo(const QModelIndex& index, ScrollHint hint) override {
+        const int place = horizontalScrollBar()->value();
+        QTreeView::scrollTo(index, hint);
+        horizontalScrollBar()->setValue(place);
     }
     bool viewportEvent(QEvent* event) override {
         if (event->type() == QEvent::ToolTip) {
@@ -154,15 +176,22 @@ class ListWidget : public QTreeView {
   private:
     static constexpr int kLeastWidth = 160;
 
-    [[nodiscard]] int SelectedRow() const {
-        const QModelIndexList selected = selectionModel()->selectedIndexes();
-        return selected.isEmpty() ? -1 : selected.front().row();
+    /// Tells the row that was pressed; beside the rows a press changes nothing.
+    void Press(const QMouseEvent& event, void (QtListView::*tell)(int row)) {
+        view_.BringUpToDate();
+        const QModelIndex index = indexAt(event.pos());
+        if (index.isValid()) {
+            setAutoScroll(false);  // the row stays under the mouse
+            (view_.*tell)(index.row());
+            setAutoScroll(true);
+        }
     }
     /// The text of a cell that is too narrow for it.
     void ShowWholeText(const QHelpEvent& event) {
         const QModelIndex index = indexAt(event.pos());
         const bool clipped = index.isValid() && sizeHintForIndex(index).width() > visualRect(index).width();
-        QToolTip::showText(event.globalPos(), clipped ? index.data().toString() : QString(), viewport());
+        QToolTip::showText(event.globalPos(), clipped ? ToolTipOf(index.data().toString(), *this) : QString(),
+                           viewport());
     }
 
     QtListView& view_;
@@ -188,7 +217,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
         return {};
     }
     if (role == Qt::DisplayRole) {
-        return Text(list_.Item(row + 1).Cell(index.column() + 1));
+        return Shown(list_.Item(row + 1).Cell(index.column() + 1));
     }
     if (role == Qt::TextAlignmentRole && list_.Column(index.column() + 1).RightAligned()) {
         return QVariant(Qt::AlignRight | Qt::AlignVCenter);
@@ -224,6 +253,8 @@ void ListModel::TellRowChanged(std::size_t row) {
 QtListView::QtListView(QtToolkit& toolkit, ListView& list, QWidget* parent)
     : WidgetView(list), toolkit_(toolkit), model_(list), widget_(new ListWidget(*this, parent)) {
     widget_->setModel(&model_);
+    selection_ =
+        new FollowingSelection(*widget_, [this](const QModelIndex& index) { RowChosen(index.row()); });
     widget_->setRootIsDecorated(false);
     widget_->setItemsExpandable(false);
     widget_->setUniformRowHeights(true);
@@ -286,14 +317,12 @@ void QtListView::SelectionChanged() {
 void QtListView::ShowSelection() {
     const ListItem* item = Control().SelectedItem();
     if (item == nullptr) {
-        widget_->selectionModel()->clear();
+        selection_->Follow({});
         return;
     }
-    const QModelIndex index = model_.index(static_cast<int>(Control().IndexOf(*item) - 1), 0);
     const bool fullRow = (extendedStyle_ & ListView::kFullRowSelect) != 0;
-    widget_->selectionModel()->setCurrentIndex(
-        index, fullRow ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
-                       : QItemSelectionModel::SelectionFlags(QItemSelectionModel::ClearAndSelect));
+    selection_->Follow(model_.index(static_cast<int>(Control().IndexOf(*item) - 1), 0),
+                       fullRow ? QItemSelectionModel::Rows : QItemSelectionModel::NoUpdate);
 }
 
 void QtListView::SortChanged() {
@@ -323,18 +352,35 @@ void QtListView::SetExtendedStyle(std::uint32_t style) {
     widget_->setAllColumnsShowFocus(fullRow);
 }
 
-void QtListView::RowChosen(int row) {
+ListItem* QtListView::ItemAt(int row) const {
     const auto index = static_cast<std::size_t>(row) + 1;
-    if (index <= Control().ItemCount()) {
-        toolkit_.Deliver([&] { Control().ClickItem(Control().Item(index)); });
+    return index <= Control().ItemCount() ? &Control().Item(index) : nullptr;
+}
+
+void QtListView::RowChosen(int row) {
+    if (ListItem* item = ItemAt(row)) {
+        toolkit_.Deliver([&] { Control().ClickItem(*item); });
     }
 }
 
-void QtListView::RowOpened() {
+void QtListView::RowOpened(int row) {
+    if (ListItem* item = ItemAt(row)) {
+        toolkit_.Deliver([&] { Control().OpenItem(*item); });
+    }
+}
+
+void QtListView::SelectionOpened() {
     toolkit_.Deliver([&] { Control().DblClick.Raise(); });
 }
 
+void QtListView::CopySelection() const {
+    if (const ListItem* item = Control().SelectedItem()) {
+        QGuiApplication::clipboard()->setText(Text(item->Text()));
+    }
+}
+
 void QtListView::HeaderClicked(int column) {
+    SortChanged();  // Qt has turned the mark round by itself; the order is the control's to say
     toolkit_.Deliver([&] { Control().ClickColumn(column + 1); });
 }
 

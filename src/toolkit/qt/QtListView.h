@@ -5,6 +5,7 @@
 #include <QTreeView>
 
 #include "controls/ListView.h"
+#include "toolkit/qt/QtSelection.h"
 #include "toolkit/qt/QtToolkit.h"
 #include "toolkit/qt/QtWidgetView.h"
 
@@ -44,19 +45,26 @@ class QtListView final : public WidgetView<ListViewView, ListView> {
     [[nodiscard]] std::uint32_t ExtendedStyle() const override { return extendedStyle_; }
     void SetExtendedStyle(std::uint32_t style) override;
 
-    /// A person chose a row, opened the chosen one, or clicked a column's header (from 0).
+    /// Shows the rows as they are now, if they changed since it was done last.
+    void BringUpToDate();
+
+    /// A person chose or opened a row, opened or wants to copy the chosen one, or clicked a column's header
+    /// (from 0).
     void RowChosen(int row);
-    void RowOpened();
+    void RowOpened(int row);
+    void SelectionOpened();
+    void CopySelection() const;
     void HeaderClicked(int column);
 
   private:
-    /// Shows the rows as they are now, if they changed since it was done last.
-    void BringUpToDate();
     void ShowSelection();
+    /// Null when there is no such row any more.
+    [[nodiscard]] ListItem* ItemAt(int row) const;
 
     QtToolkit& toolkit_;
     ListModel model_;
     QTreeView* widget_;
+    FollowingSelection* selection_;
     std::uint32_t extendedStyle_ = 0;
     bool stale_ = false;
 };

@@ -20,7 +20,7 @@ QtStatusBar::QtStatusBar(StatusBar& bar, QWidget* parent) : WidgetView(bar) {
 }
 
 void QtStatusBar::PanelChanged(int panel) {
-    panels_[static_cast<std::size_t>(panel - 1)]->setText(Text(Control().PanelText(panel)));
+    panels_[static_cast<std::size_t>(panel - 1)]->setText(Shown(Control().PanelText(panel)));
 }
 
 }  // namespace ostrevin::qt

@@ -17,7 +17,8 @@ namespace ostrevin::qt {
 namespace {
 
 void ShowBox(QWidget* owner, QMessageBox::Icon icon, std::string_view text, const QString& caption) {
-    QMessageBox box(icon, caption, Text(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")),
+    QString shown = Text(ShownMessage(text));
+    QMessageBox box(icon, caption, shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n")),
                     QMessageBox::Ok, owner);
     box.setTextFormat(Qt::PlainText);
     box.exec();
@@ -62,7 +63,7 @@ std::unique_ptr<FormView> QtToolkit::CreateView(Form& form) {
 }
 
 void QtToolkit::MsgBox(Form* owner, const std::string& text, const std::string& caption) {
-    ShowBox(WindowOf(owner), QMessageBox::NoIcon, text, Text(caption));
+    ShowBox(WindowOf(owner), QMessageBox::NoIcon, text, Shown(caption));
 }
 
 std::string QtToolkit::ShowSave(Form* owner, const SaveRequest& request) {

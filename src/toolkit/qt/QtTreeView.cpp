@@ -1,7 +1,6 @@
 #include "toolkit/qt/QtTreeView.h"
 
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMouseEvent>
 
 #include "toolkit/qt/QtPictures.h"
@@ -9,37 +8,37 @@
 namespace ostrevin::qt {
 namespace {
 
-/// Tells what a person chose, by mouse (each click, also on what is selected) and by keyboard (each move).
-class TreeWidget : public QTreeWidget {
+/// Tells each press on a node, also on the one that is selected.
+class TreeWidget : public FollowingView<QTreeWidget> {
   public:
-    TreeWidget(QtTreeView& view, QWidget* parent) : QTreeWidget(parent), view_(view) {}
+    TreeWidget(QtTreeView& view, QWidget* parent) : FollowingView(parent), view_(view) {}
 
   protected:
     void mousePressEvent(QMouseEvent* event) override {
-        QTreeWidget::mousePressEvent(event);
+        if (event->button() != Qt::LeftButton) {
+            return;
+        }
         QTreeWidgetItem* item = itemAt(event->pos());
         // The arrow that opens an item stands beside its rectangle.
-        if (item != nullptr && visualItemRect(item).contains(event->pos())) {
+        const bool isSelected =
+            item != nullptr && item == currentItem() && visualItemRect(item).contains(event->pos());
+        FollowingView::mousePressEvent(event);
+        // Of all others the selection has told, and what it told may have taken the view away.
+        if (isSelected) {
             view_.ItemChosen(*item);
-        }
-    }
-    void keyPressEvent(QKeyEvent* event) override {
-        const QTreeWidgetItem* before = SelectedOne();
-        QTreeWidget::keyPressEvent(event);
-        QTreeWidgetItem* after = SelectedOne();
-        if (after != nullptr && after != before) {
-            view_.ItemChosen(*after);
         }
     }
 
   private:
-    [[nodiscard]] QTreeWidgetItem* SelectedOne() const {
-        const QList<QTreeWidgetItem*> selected = selectedItems();
-        return selected.isEmpty() ? nullptr : selected.front();
-    }
-
     QtTreeView& view_;
 };
+
+bool IsIn(const QTreeWidgetItem* item, const QTreeWidgetItem& above) {
+    while (item != nullptr && item != &above) {
+        item = item->parent();
+    }
+    return item != nullptr;
+}
 
 }  // namespace
 
@@ -49,6 +48,10 @@ QtTreeView::QtTreeView(QtToolkit& toolkit, TreeView& tree, QWidget* parent)
     widget_->setColumnCount(1);
     widget_->setUniformRowHeights(true);
     widget_->setSelectionMode(QAbstractItemView::SingleSelection);
+    selection_ = new FollowingSelection(
+        *widget_, [this](const QModelIndex& index) { ItemChosen(*widget_->itemFromIndex(index)); });
+    QObject::connect(widget_, &QTreeWidget::itemCollapsed, widget_,
+                     [this](QTreeWidgetItem* item) { ItemClosed(*item); });
     Show(*widget_);
     for (const auto& root : tree.Roots()) {
         AddWithChildren(*root);
@@ -74,7 +77,7 @@ const QIcon& QtTreeView::IconFor(const std::string& key) {
 void QtTreeView::NodeAdded(TreeNode& node) {
     auto* item = node.Parent() == nullptr ? new QTreeWidgetItem(widget_)
                                           : new QTreeWidgetItem(items_.at(node.Parent()));
-    item->setText(0, Text(node.Text()));
+    item->setText(0, Shown(node.Text()));
     item->setIcon(0, IconFor(node.Image()));
     items_[&node] = item;
     nodes_[item] = &node;
@@ -83,19 +86,26 @@ void QtTreeView::NodeAdded(TreeNode& node) {
 void QtTreeView::SelectionChanged() {
     const TreeNode* node = Control().SelectedItem();
     if (node == nullptr) {
-        widget_->clearSelection();
+        selection_->Follow({});
         return;
     }
     QTreeWidgetItem* item = items_.at(node);
     for (QTreeWidgetItem* parent = item->parent(); parent != nullptr; parent = parent->parent()) {
         parent->setExpanded(true);
     }
-    widget_->setCurrentItem(item);
-    widget_->scrollToItem(item);
+    selection_->Follow(widget_->indexFromItem(item));
 }
 
 void QtTreeView::ItemChosen(QTreeWidgetItem& item) {
     toolkit_.Deliver([&] { Control().ClickNode(*nodes_.at(&item)); });
+}
+
+/// A node that is closed takes the selection from the nodes in it.
+void QtTreeView::ItemClosed(QTreeWidgetItem& item) {
+    const QTreeWidgetItem* selected = widget_->currentItem();
+    if (selected != &item && IsIn(selected, item)) {
+        ItemChosen(item);
+    }
 }
 
 }  // namespace ostrevin::qt

@@ -8,6 +8,7 @@
 #include <QTreeWidget>
 
 #include "controls/TreeView.h"
+#include "toolkit/qt/QtSelection.h"
 #include "toolkit/qt/QtToolkit.h"
 #include "toolkit/qt/QtWidgetView.h"
 
@@ -24,10 +25,12 @@ class QtTreeView final : public WidgetView<TreeViewView, TreeView> {
 
   private:
     void AddWithChildren(TreeNode& node);
+    void ItemClosed(QTreeWidgetItem& item);
     [[nodiscard]] const QIcon& IconFor(const std::string& key);
 
     QtToolkit& toolkit_;
     QTreeWidget* widget_;
+    FollowingSelection* selection_;
     std::map<std::string, QIcon> icons_;  // each is shared by the nodes that show it
     std::map<const TreeNode*, QTreeWidgetItem*> items_;
     std::map<const QTreeWidgetItem*, TreeNode*> nodes_;

@@ -8,11 +8,17 @@
 #include <QWidget>
 
 #include "controls/Container.h"
+#include "controls/ShownText.h"
 
 namespace ostrevin::qt {
 
 [[nodiscard]] inline QString Text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+/// Of a text that is not our own, what a widget shows.
+[[nodiscard]] inline QString Shown(std::string_view utf8) {
+    return Text(ShownText(utf8));
 }
 
 /// Puts a widget where its control is.
