@@ -221,6 +221,17 @@ TEST_F(CreateReportTest, WhileItWritesItShowsHowFarItIsAndCannotBeClosed) {
     EXPECT_FALSE(form.Loaded());
 }
 
+TEST_F(CreateReportTest, EachReportBeginsAtNothing) {
+    Choose(0, kOut);
+    form.cmdGenerate.Press();
+    ASSERT_EQ(form.barProgress.Value(), 100);
+    for (CheckBox* box : Sections()) {
+        box->SetValue(CheckBox::kUnchecked);
+    }
+    form.cmdGenerate.Press();
+    EXPECT_EQ(form.barProgress.Value(), 0) << "and without a section stays there";
+}
+
 TEST_F(CreateReportTest, AFailureIsLetThroughAndLeavesTheDialogWhole) {
     Choose(0, "C:\\none\\report.htm");
     EXPECT_THROW(form.cmdGenerate.Press(), RuntimeError);

@@ -78,6 +78,14 @@ TEST_F(OpenSaveListTest, MissingLettersAreThoseOfTheKindBefore) {
         << "the first kind has none to take";
 }
 
+TEST_F(OpenSaveListTest, KindsAreInTheOrderOfTheirBytesCapitalsFirst) {
+    key.Key("bmp").SetText("a", "C:\\a.bmp");
+    key.Key("Doc").SetText("MRUList", "b").SetText("b", "C:\\b.doc");
+    key.Key("TXT").SetText("MRUList", "a").SetText("a", "C:\\a.txt");
+    EXPECT_EQ(Load(), (Documents{"C:\\b.doc", "C:\\a.txt", "C:\\a.bmp"}))
+        << "bmp comes last, so that it takes the letters of TXT";
+}
+
 TEST_F(OpenSaveListTest, AKindThatCannotBeOpenedRepeatsTheLastDocument) {
     key.Key("doc").SetText("MRUList", "ab").SetText("a", "C:\\1.doc").SetText("b", "C:\\2.doc");
     key.Key("txt").openResult = kAccessDenied;

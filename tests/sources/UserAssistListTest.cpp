@@ -329,6 +329,13 @@ TEST_F(UserAssistListTest, AnEnumerationErrorEndsTheKey) {
     EXPECT_EQ(platform.OpenKeys(), 0U);
 }
 
+TEST_F(UserAssistListTest, ALoadOfBothKeysReturnsFalseToo) {
+    Fill(kFirst, "first", 1);
+    Fill(kSecond, "second", 2);
+    EXPECT_FALSE(list.LoadUserAssist(kSid));
+    EXPECT_EQ(list.Count(), 2);
+}
+
 TEST_F(UserAssistListTest, ASecondLoadGoesOnAtTheCount) {
     Fill(kFirst, "first", 2);
     list.LoadUserAssist(kSid);

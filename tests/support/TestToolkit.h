@@ -37,6 +37,7 @@ class TestToolkit : public Toolkit {
     bool initFails = false;
     int initCalls = 0;
     double pixelsPerInch = 96;
+    std::optional<double> pixelsPerInchY;  ///< down, where it differs
 
     void InitCommonControls() override {
         ++initCalls;
@@ -65,7 +66,7 @@ class TestToolkit : public Toolkit {
         log.emplace_back(area == nullptr ? "unclip" : "clip");
     }
     [[nodiscard]] double PixelsPerInchX() const override { return pixelsPerInch; }
-    [[nodiscard]] double PixelsPerInchY() const override { return pixelsPerInch; }
+    [[nodiscard]] double PixelsPerInchY() const override { return pixelsPerInchY.value_or(pixelsPerInch); }
     [[nodiscard]] int CompareText(std::string_view left, std::string_view right) const override {
         return UpperCase(left).compare(UpperCase(right));
     }

@@ -170,6 +170,18 @@ TEST_P(MainWindowDocumentsTest, ThePreviewShowsTheThumbnailOfWhatIsClicked) {
     })) << "of the size of the inside of its box, in whole pixels";
 }
 
+TEST_P(MainWindowDocumentsTest, TheThumbnailsSizeIsCutToWholePixels) {
+    ShowPreview();
+    toolkit.pixelsPerInchY = 144;  // 10 twips down, 15 across
+    AddPictureFile(document);
+    ShowDocuments();
+    constexpr double kBorder = 2;
+    thumbnail.Move(0, 0, (kBorder + 100.99) * 15, (kBorder + 80.99) * 10);
+    ClickDocument();
+    EXPECT_TRUE(std::any_of(platform.shellCalls.begin(), platform.shellCalls.end(),
+                            [&](const auto& call) { return call.starts_with("location 100 x 80,"); }));
+}
+
 TEST_P(MainWindowDocumentsTest, OfAMissingFileNoThumbnailIsTried) {
     ShowPreview();
     ShowDocuments();

@@ -180,6 +180,52 @@ TEST_F(MainWindowFindTest, WhatComesBackIsSortedByTheValuesOfItsColumn) {
     }
 }
 
+TEST_F(MainWindowFindTest, SortingIsOffWhileAListIsFilled) {
+    machine.AddTypedURLs(kBen, {"b", "c", "a", "d"});
+    ShowTyped({"z"});
+    list.ClickColumn(1);
+    ASSERT_TRUE(list.Sorted());
+    const ListRecorder recorder(list);
+    Click(std::string(kBen) + ":TYPEDURLS");
+    EXPECT_EQ(Texts(list), (Strings{"d", "c", "b", "a"}));
+    std::size_t between = 0;
+    for (const ListRecorder::Change& change : recorder.changes) {
+        if (change.items > 0 && change.items < 4) {
+            ++between;
+            EXPECT_FALSE(change.sorted) << change.items;
+        }
+    }
+    EXPECT_GE(between, 3U);
+}
+
+TEST_F(MainWindowFindTest, TheListIsHiddenAndNotSortedWhileItIsWorkedOn) {
+    ShowTyped({"b", "c", "a", "d"});
+    list.ClickColumn(1);
+    list.ClickColumn(1);
+    const ListRecorder recorder(list);
+    Filter("b");
+    ASSERT_FALSE(recorder.changes.empty());
+    for (const ListRecorder::Change& change : recorder.changes) {
+        EXPECT_FALSE(change.visible);
+    }
+    EXPECT_TRUE(list.Visible());
+    const std::size_t before = recorder.changes.size();
+    Press("FILTER");
+    EXPECT_EQ(Texts(list), (Strings{"a", "b", "c", "d"}));
+    std::size_t between = 0;
+    for (std::size_t i = before; i < recorder.changes.size(); ++i) {
+        const ListRecorder::Change& change = recorder.changes[i];
+        if (change.items < 4) {
+            ++between;
+            EXPECT_FALSE(change.sorted) << change.items;
+            EXPECT_FALSE(change.visible) << change.items;
+        }
+    }
+    EXPECT_GE(between, 2U);
+    EXPECT_TRUE(list.Visible());
+    EXPECT_TRUE(list.Sorted());
+}
+
 TEST_F(MainWindowFindTest, FindSelectsTheFirstMatchAndF3EachOneBelow) {
     ShowTyped({"x1", "A", "X2", "B", "x3"});
     list.Select(&list.Item(4));

@@ -28,7 +28,7 @@ class ListRecorder : public ListViewView {
     ~ListRecorder() override { list_.Attach(nullptr); }
     void Moved() override { widths.push_back(list_.Width()); }
     void StateChanged() override {}
-    void RowsChanged() override {}
+    void RowsChanged() override { changes.push_back({list_.ItemCount(), list_.Sorted(), list_.Visible()}); }
     void RowChanged(std::size_t /*row*/) override {}
     void SelectionChanged() override {}
     void SortChanged() override {}
@@ -37,6 +37,13 @@ class ListRecorder : public ListViewView {
     [[nodiscard]] std::uint32_t ExtendedStyle() const override { return 0; }
     void SetExtendedStyle(std::uint32_t /*style*/) override {}
 
+    /// The list's state when its rows changed.
+    struct Change {
+        std::size_t items;
+        bool sorted;
+        bool visible;
+    };
+    std::vector<Change> changes;
     std::vector<std::size_t> rowsShown;  ///< from 0
     std::vector<double> widths;          ///< of each move
 

@@ -267,5 +267,68 @@ TEST_P(MainWindowLayoutTest, TheLayoutPlacesOneDocumentListBeforeItsSplitterDoes
     EXPECT_EQ(openSave.widths, (std::vector<double>{page, narrow, page, page, page, narrow}));
 }
 
+class HigherTreeTest : public MainWindowFixture {};
+
+/// Where a pixel has 15 twips across and 10 down.
+class UnevenLayoutTest : public MainWindowFixture {
+  protected:
+    UnevenLayoutTest() {
+        toolkit.pixelsPerInchY = 144;
+        ini.AddVariable("ShowPreview", "True");
+        Show();
+        window.Resized(1400, 1100, WindowState::Normal);
+    }
+};
+
+TEST_F(UnevenLayoutTest, MarginsAreMeasuredInTheirOwnDirection) {
+    EXPECT_DOUBLE_EQ(window.TabStrip.Left() + window.TabStrip.Width() + 10 * 15, 1400 * 15);
+    EXPECT_DOUBLE_EQ(window.treeUsers.Top() + window.treeUsers.Height() + 10 * 10, window.barStatus.Top());
+    EXPECT_EQ(window.TabStrip.Height(), window.treeUsers.Height());
+    for (const Control* control :
+         std::initializer_list<const Control*>{&window.lstProgram, &window.picRecent, &window.picOpenSave,
+                                               &window.lstIEHistory, &window.lstTypedURL}) {
+        EXPECT_EQ(PlaceOf(*control), (Place{2 * 15, 2 * 10, window.fraTab[0].Width() - 4 * 15,
+                                            window.fraTab[0].Height() - 4 * 10}))
+            << control->Name();
+    }
+}
+
+TEST_F(UnevenLayoutTest, TheEdgesAtWhichSizesStayAreThoseOfTheirDirection) {
+    const double width = window.TabStrip.Width();
+    const double height = window.treeUsers.Height();
+    const int narrow = static_cast<int>((window.TabStrip.Left() + 10 * 15) / 15);
+    const int low = static_cast<int>((window.treeUsers.Top() + window.barStatus.Height() + 10 * 10) / 10);
+    window.Resized(narrow, low, WindowState::Normal);
+    EXPECT_EQ(window.TabStrip.Width(), width);
+    EXPECT_EQ(window.treeUsers.Height(), height);
+    window.Resized(narrow + 1, low + 1, WindowState::Normal);
+    EXPECT_DOUBLE_EQ(window.TabStrip.Width(), 15);
+    EXPECT_NEAR(window.treeUsers.Height(), 10, 10);
+    EXPECT_LT(window.treeUsers.Height(), height);
+}
+
+TEST_F(UnevenLayoutTest, TheBarIsDraggedAcross) {
+    const double before = window.lstRecent.Width() / 15;
+    window.picRecent.MouseDown.Raise(1, 0, (before + 2) * 15, 50);
+    window.picRecent.MouseMove.Raise(1, 0, (before + 52) * 15, 700);
+    EXPECT_DOUBLE_EQ(window.lstRecent.Width() / 15, before + 50);
+}
+
+TEST_F(HigherTreeTest, TheTreesTopIsThatOfBothHeights) {
+    Show();
+    window.treeUsers.Move(window.treeUsers.Left(), 1230, window.treeUsers.Width(), window.treeUsers.Height());
+    const double top = window.TabStrip.Top();
+    ASSERT_NE(top, 1230);
+    window.Resized(1024, 768, WindowState::Normal);
+    const double height = window.barStatus.Top() - 150 - 1230;
+    EXPECT_EQ(window.treeUsers.Height(), height);
+    EXPECT_EQ(window.TabStrip.Height(), height) << "counted from the tree's top, not from its own";
+    EXPECT_EQ(window.TabStrip.Top(), top);
+    // As high as both margins, so that the tree has no room, and the strip would have.
+    const int low = static_cast<int>((1230 + window.barStatus.Height() + 150) / 15);
+    window.Resized(1024, low, WindowState::Normal);
+    EXPECT_EQ(window.TabStrip.Height(), height);
+}
+
 }  // namespace
 }  // namespace ostrevin

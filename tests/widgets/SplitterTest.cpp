@@ -418,5 +418,49 @@ TEST_F(SplitterTest, ADragBeyondTheBoxEndsAtItsEdges) {
     EXPECT_EQ(splitter.SplitterPosition(), 199);
 }
 
+// --- Where a pixel has not as many twips down as across: 15 across, 10 down.
+
+class UnevenSplitterTest : public SplitterTest {
+  protected:
+    UnevenSplitterTest() { toolkit.pixelsPerInchY = 144; }
+    static Place TwipsOf(const Control& control) {
+        return {control.Left(), control.Top(), control.Width(), control.Height()};
+    }
+};
+
+TEST_F(UnevenSplitterTest, SideBySideItMeasuresAcross) {
+    BindSideBySide();
+    EXPECT_EQ(splitter.SplitterPosition(), 98);
+    EXPECT_EQ(TwipsOf(first), (Place{0, 0, 98 * 15, 1500}));
+    EXPECT_EQ(TwipsOf(second), (Place{103 * 15, 0, 3000 - 103 * 15, 1500}));
+    splitter.MouseDown(kLeft, kNoShift, 100 * 15, 50 * 10);
+    splitter.MouseMove(kLeft, kNoShift, 60 * 15, 90 * 10);
+    EXPECT_EQ(splitter.SplitterPosition(), 58);
+    EXPECT_EQ(TwipsOf(first), (Place{0, 0, 58 * 15, 1500}));
+}
+
+TEST_F(UnevenSplitterTest, StackedItMeasuresDown) {
+    splitter.Bind(first, second);
+    EXPECT_EQ(splitter.SplitterPosition(), 72) << "the box is 150 pixels high";
+    EXPECT_EQ(TwipsOf(first), (Place{0, 0, 3000, 720}));
+    EXPECT_EQ(TwipsOf(second), (Place{0, 770, 3000, 730}));
+    splitter.MouseDown(kLeft, kNoShift, 10 * 15, 719);
+    EXPECT_FALSE(toolkit.clip) << "above the bar";
+    splitter.MouseDown(kLeft, kNoShift, 10 * 15, 769);
+    EXPECT_TRUE(toolkit.clip);
+    splitter.MouseMove(kLeft, kNoShift, 90 * 15, 769 - 20 * 10);
+    EXPECT_EQ(splitter.SplitterPosition(), 52);
+    EXPECT_EQ(TwipsOf(first), (Place{0, 0, 3000, 520}));
+}
+
+TEST_F(UnevenSplitterTest, ARatioIsThatOfTheScale) {
+    BindSideBySide();
+    splitter.SetMaintainAspectRatio(2, true);
+    const double width = 3000 - 103 * 15;
+    EXPECT_EQ(second.Height(), 1500);
+    EXPECT_EQ(second.Width(), 750) << "half its height in twips, as it was bound";
+    EXPECT_EQ(second.Left(), 103 * 15 + (width - 750) / 2);
+}
+
 }  // namespace
 }  // namespace ostrevin
