@@ -9,6 +9,7 @@
 
 #include "fuzz/HiveInput.h"
 #include "platform/volume/regf/Hive.h"
+#include "tests/support/BytesFile.h"
 #include "tools/writers/DirtyHive.h"
 
 using ostrevin::fuzz::HiveParts;
@@ -78,9 +79,9 @@ class Reading {
     std::size_t dataSize_ = 0;
 };
 
-std::vector<std::byte> Copy(std::span<const std::uint8_t> part) {
+std::unique_ptr<ostrevin::InputFile> FileOf(std::span<const std::uint8_t> part) {
     const auto bytes = std::as_bytes(part);
-    return {bytes.begin(), bytes.end()};
+    return std::make_unique<ostrevin::BytesFile>(std::vector<std::byte>(bytes.begin(), bytes.end()));
 }
 
 /// Gives a log entry the hashes that belong to it.
@@ -140,8 +141,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace ostrevin::fuzz;
     const auto parts = HiveParts(std::span(data, size));
     try {
-        const auto hive =
-            Hive::Open(Copy(parts[kPrimary]), {Copy(parts[kLog]), Copy(parts[kLog1]), Copy(parts[kLog2])});
+        const auto hive = Hive::Open(FileOf(parts[kPrimary]),
+                                     {FileOf(parts[kLog]), FileOf(parts[kLog1]), FileOf(parts[kLog2])});
         Reading(*hive).Run();
     } catch (const HiveError&) {
         return 0;

@@ -68,27 +68,79 @@ TEST(DamagedHive, IsRefusedWithAClearSentence) {
 }
 
 TEST(DamagedHive, WithoutLogsIsReadAsItStands) {
-    const std::string expected = Dump(*Hive::Open(WriteHive(SmallHive(), {}), {}));
+    const std::string expected = Dump(*OpenHive(WriteHive(SmallHive(), {}), {}));
     const auto unclean =
-        Hive::Open(WriteHive(SmallHive(), Options([](auto& o) { o.primarySequence = 2; })), {});
+        OpenHive(WriteHive(SmallHive(), Options([](auto& o) { o.primarySequence = 2; })), {});
     EXPECT_EQ(unclean->HowRecovered(), Recovery::DirtyNoLogs);
     EXPECT_EQ(Dump(*unclean), expected);
-    const auto wrong =
-        Hive::Open(WriteHive(SmallHive(), Options([](auto& o) { o.wrongChecksum = true; })), {});
+    const auto wrong = OpenHive(WriteHive(SmallHive(), Options([](auto& o) { o.wrongChecksum = true; })), {});
     EXPECT_EQ(wrong->HowRecovered(), Recovery::DirtyNoLogs);
     EXPECT_EQ(Dump(*wrong), expected);
 }
 
+TEST(DamagedBaseBlock, IsMadeUpFromTheSoundBins) {
+    const std::vector<std::byte> whole = WriteHive(SmallHive(), {});
+    const std::string expected = Dump(*OpenHive(whole));
+    const auto expectRead = [&](const HiveBytes& damaged, const char* what) {
+        ASSERT_EQ(OpenError(damaged.View()), "") << what;
+        const auto hive = damaged.Open();
+        EXPECT_EQ(hive->HowRecovered(), Recovery::DirtyNoLogs) << what;
+        EXPECT_TRUE(hive->HadDamagedBaseBlock()) << what;
+        EXPECT_EQ(Dump(*hive), expected) << what;
+    };
+    struct Case {
+        std::size_t place;
+        std::uint32_t value;
+        const char* what;
+    };
+    for (const Case& c :
+         {Case{40, 4096, "a smaller size"}, Case{40, 0, "no size"}, Case{40, 0xFFFFF000, "a larger size"},
+          Case{20, 7, "major version"}, Case{24, 77, "minor version"}, Case{24, 1, "another minor version"},
+          Case{36, 0x7FFFFFF8, "root cell"}, Case{0, 0, "signature"}, Case{28, 0x70, "file type"},
+          Case{508, 0x1234, "checksum"}}) {
+        HiveBytes bytes(whole);
+        bytes.PutU32(c.place, c.value);
+        expectRead(bytes, c.what);
+    }
+    HiveBytes zeroed(whole);
+    std::fill_n(zeroed.Change().begin(), 4096, std::byte{0});
+    expectRead(zeroed, "zeros");
+}
+
+TEST(DamagedBaseBlock, IsReadToABinThatIsNotSound) {
+    HiveBytes sound(WriteHive(SmallHive(), {}));
+    sound.PutU32(40, 4096);
+    sound.UpdateChecksum();
+    HiveBytes damaged = sound;
+    damaged.PutU32(508, 0);
+    constexpr std::size_t kSecondBin = 8192;
+    ASSERT_EQ(damaged.U32(kSecondBin), 0x6E696268U);
+    EXPECT_GT(Dump(*damaged.Open()).size(), Dump(*sound.Open()).size());
+    damaged.PutText(kSecondBin, "nibh");
+    EXPECT_EQ(Dump(*damaged.Open()), Dump(*sound.Open()));
+}
+
+// A sound base block has the last word, as Windows sees it.
+TEST(DamagedBaseBlock, OnlyIsReadBeyondItsSize) {
+    HiveBytes bytes(WriteHive(SmallHive(), {}));
+    const std::string whole = Dump(*bytes.Open());
+    bytes.PutU32(40, 4096);
+    bytes.UpdateChecksum();
+    const auto hive = bytes.Open();
+    EXPECT_FALSE(hive->HadDamagedBaseBlock());
+    EXPECT_LT(Dump(*hive).size(), whole.size());
+}
+
 TEST(DamagedHive, CutOffAnywhereNeverGivesWhatItDoesNotHold) {
     const std::vector<std::byte> hive = WriteHive(SmallHive(), {});
-    const std::string whole = Dump(*Hive::Open(hive, {}));
+    const std::string whole = Dump(*OpenHive(hive, {}));
     const auto lines = [](const std::string& text) { return std::ranges::count(text, '\n'); };
     std::size_t opened = 0;
     for (std::size_t size = 0; size < hive.size(); size += size < 12288 ? 1 : 97) {
         const std::vector<std::byte> part(hive.begin(), hive.begin() + static_cast<std::ptrdiff_t>(size));
         if (OpenError(part).empty()) {
             ++opened;
-            EXPECT_LE(lines(Dump(*Hive::Open(part, {}))), lines(whole)) << size;
+            EXPECT_LE(lines(Dump(*OpenHive(part, {}))), lines(whole)) << size;
         }
     }
     EXPECT_GT(opened, 1000U);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "tests/support/BytesFile.h"
 #include "tools/writers/ByteBuffer.h"
 #include "tools/writers/DirtyHive.h"
 
@@ -21,6 +22,15 @@ void AppendHex(std::string& text, const std::vector<std::byte>& data) {
 }
 
 }  // namespace
+
+std::unique_ptr<Hive> OpenHive(std::vector<std::byte> primary, const LogBytes& logs,
+                               const Hive::OnTrouble& onTrouble) {
+    const auto file = [](const std::vector<std::byte>& bytes) {
+        return bytes.empty() ? nullptr : std::make_unique<BytesFile>(bytes);
+    };
+    return Hive::Open(std::make_unique<BytesFile>(std::move(primary)),
+                      {file(logs.log), file(logs.log1), file(logs.log2)}, onTrouble);
+}
 
 std::uint16_t HiveBytes::U16(std::size_t place) const {
     return static_cast<std::uint16_t>(std::to_integer<unsigned>(bytes_.at(place)) |
@@ -121,9 +131,9 @@ std::string Dump(const Hive& hive) {
     return text;
 }
 
-std::string OpenError(const std::vector<std::byte>& primary, const Logs& logs) {
+std::string OpenError(const std::vector<std::byte>& primary, const LogBytes& logs) {
     try {
-        (void)Hive::Open(primary, logs);
+        (void)OpenHive(primary, logs);
         return {};
     } catch (const HiveError& error) {
         return error.what();

@@ -30,6 +30,17 @@ inline constexpr std::size_t kValueDataOffset = 8;
 
 inline constexpr std::uint32_t kNowhere = 0xFFFFFFFF;
 
+/// The bytes of the logs beside a hive; empty when there is none of that name.
+struct LogBytes {
+    std::vector<std::byte> log;
+    std::vector<std::byte> log1;
+    std::vector<std::byte> log2;
+};
+
+/// Opens the hive in these files.
+std::unique_ptr<Hive> OpenHive(std::vector<std::byte> primary, const LogBytes& logs = {},
+                               const Hive::OnTrouble& onTrouble = {});
+
 /// The bytes of a hive, for a test to damage. A "cell" is an offset as the format stores it; a "place" is
 /// one in the file.
 class HiveBytes {
@@ -61,7 +72,9 @@ class HiveBytes {
     /// Gives the base block the checksum that belongs to it.
     void UpdateChecksum();
 
-    [[nodiscard]] std::unique_ptr<Hive> Open(const Logs& logs = {}) const { return Hive::Open(bytes_, logs); }
+    [[nodiscard]] std::unique_ptr<Hive> Open(const LogBytes& logs = {}) const {
+        return OpenHive(bytes_, logs);
+    }
 
   private:
     std::vector<std::byte> bytes_;
@@ -94,7 +107,7 @@ std::string Names(const std::vector<Named>& named) {
 }
 
 /// What an attempt to open says; empty when it succeeds.
-std::string OpenError(const std::vector<std::byte>& primary, const Logs& logs = {});
+std::string OpenError(const std::vector<std::byte>& primary, const LogBytes& logs = {});
 
 /// count bytes, all different from their neighbours.
 std::vector<std::byte> Pattern(std::size_t count);

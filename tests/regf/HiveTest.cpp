@@ -16,7 +16,7 @@ using samples::SubKeyLeaf;
 using samples::WriteHive;
 
 std::unique_ptr<Hive> Write(const HiveKey& root, const HiveOptions& options = {}) {
-    return Hive::Open(WriteHive(root, options), {});
+    return OpenHive(WriteHive(root, options), {});
 }
 
 TEST(Hive, HasARootWithItsNameClassAndTime) {
@@ -284,9 +284,9 @@ TEST(Hive, OfTheFirstVersionIsRead) {
 
 TEST(Hive, MayHavePaddingAfterItsBins) {
     auto bytes = WriteHive(SmallHive(), {});
-    const std::string expected = Dump(*Hive::Open(bytes, {}));
+    const std::string expected = Dump(*OpenHive(bytes, {}));
     bytes.resize(bytes.size() + 10000, std::byte{0xEE});
-    EXPECT_EQ(Dump(*Hive::Open(bytes, {})), expected);
+    EXPECT_EQ(Dump(*OpenHive(bytes, {})), expected);
 }
 
 TEST(Hive, KeysWithAPredefinedHandleHaveNoValues) {

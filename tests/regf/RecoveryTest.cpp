@@ -36,21 +36,21 @@ ByteVector State(int n) {
 }
 
 std::string Read(const ByteVector& hive) {
-    return Dump(*Hive::Open(hive, {}));
+    return Dump(*OpenHive(hive, {}));
 }
 
 /// Expects that a dirty hive with these logs is read like a clean one.
-void ExpectRecovered(const ByteVector& primary, const Logs& logs, const ByteVector& expected) {
+void ExpectRecovered(const ByteVector& primary, const LogBytes& logs, const ByteVector& expected) {
     ASSERT_EQ(OpenError(primary, logs), "");
-    const auto hive = Hive::Open(primary, logs);
+    const auto hive = OpenHive(primary, logs);
     EXPECT_EQ(hive->HowRecovered(), Recovery::FromLogs);
     EXPECT_EQ(Dump(*hive), Read(expected));
 }
 
-void ExpectNotRecovered(const ByteVector& primary, const Logs& logs, const char* why) {
-    const auto hive = Hive::Open(primary, logs);
+void ExpectNotRecovered(const ByteVector& primary, const LogBytes& logs, const char* why) {
+    const auto hive = OpenHive(primary, logs);
     EXPECT_EQ(hive->HowRecovered(), Recovery::DirtyNoLogs) << why;
-    EXPECT_EQ(Dump(*hive), Dump(*Hive::Open(primary, {}))) << why;
+    EXPECT_EQ(Dump(*hive), Dump(*OpenHive(primary, {}))) << why;
 }
 
 /// Changes 32-bit fields of a base block, and its checksum.
@@ -85,7 +85,7 @@ TEST(RecoveryFromDirtyVector, MakesTheHiveLargerThanItsFile) {
 
 TEST(RecoveryFromDirtyVector, LeavesACleanHiveAlone) {
     const DirtyHive dirty = MakeDirtyHive(State(1), State(2));
-    const auto hive = Hive::Open(State(1), {dirty.log, {}, {}});
+    const auto hive = OpenHive(State(1), {dirty.log, {}, {}});
     EXPECT_EQ(hive->HowRecovered(), Recovery::None);
     EXPECT_EQ(Dump(*hive), Read(State(1)));
 }
@@ -100,15 +100,68 @@ TEST(RecoveryFromDirtyVector, TakesADamagedBaseBlockFromTheLog) {
     std::fill_n(zeroed.Change().begin(), kSector, std::byte{0});
     ExpectRecovered(zeroed.View(), {dirty.log, {}, {}}, State(6));
 
-    // The first bin has to tell that this log belongs to the file.
-    HiveBytes otherTime = zeroed;
-    otherTime.PutU32(kTimestampOfFirstBin, 1);
-    EXPECT_EQ(OpenError(otherTime.View(), {dirty.log, {}, {}}),
-              "The file is not a registry hive: it does not begin with \"regf\".");
+    // The first bin has to tell that the file is a hive.
     HiveBytes noBin = zeroed;
     noBin.PutText(4096, "nibh");
     EXPECT_EQ(OpenError(noBin.View(), {dirty.log, {}, {}}),
               "The file is not a registry hive: it does not begin with \"regf\".");
+}
+
+// The write was cut off before the first bin, which has the time of the write before.
+TEST(RecoveryFromDirtyVector, TakesADamagedBaseBlockFromALogOfALaterTime) {
+    const DirtyHive dirty = MakeDirtyHive(State(1), State(6));
+    HiveBytes earlier(dirty.primary);
+    earlier.PutU32(kTimestampOfFirstBin, 1);
+    HiveBytes checksum = earlier;
+    checksum.PutU32(508, ~checksum.U32(508));
+    HiveBytes version = earlier;
+    version.PutU32(20, 0xEEEEEEEE);
+    HiveBytes rootCell = earlier;
+    rootCell.PutU32(36, 0x7FFFFFF8);
+    HiveBytes zeroed = earlier;
+    std::fill_n(zeroed.Change().begin(), kSector, std::byte{0});
+    for (const HiveBytes& damaged : {checksum, version, rootCell, zeroed}) {
+        ExpectRecovered(damaged.View(), {dirty.log, {}, {}}, State(6));
+        ExpectRecovered(damaged.View(), {{}, {}, dirty.log}, State(6));
+        EXPECT_TRUE(OpenHive(damaged.View(), {dirty.log, {}, {}})->HadDamagedBaseBlock());
+    }
+    ExpectNotRecovered(WithField(earlier.View(), kTimestampOfBase, 2), {dirty.log, {}, {}},
+                       "a sound base block tells which log fits");
+}
+
+TEST(RecoveryFromDirtyVector, OfADamagedBaseBlockPrefersTheLatestLog) {
+    const DirtyHive old = MakeDirtyHive(State(1), State(3));
+    const DirtyHive dirty = MakeDirtyHive(State(1), State(6));
+    const ByteVector oldLog = WithField(old.log, kTimestampOfBase, 2);
+    HiveBytes primary(dirty.primary);
+    primary.PutU32(508, ~primary.U32(508));
+    primary.PutU32(kTimestampOfFirstBin, 1);
+    ExpectRecovered(primary.View(), {oldLog, oldLog, dirty.log}, State(6));
+    ExpectRecovered(primary.View(), {dirty.log, oldLog, {}}, State(6));
+    primary.PutU32(kTimestampOfFirstBin, 2);
+    ExpectRecovered(primary.View(), {dirty.log, oldLog, {}}, State(3));
+}
+
+TEST(RecoveryFromDirtyVector, OfADamagedBaseBlockLeavesALaterHiveAlone) {
+    const DirtyHive old = MakeDirtyHive(State(1), State(3));
+    HiveBytes primary(State(6));
+    primary.PutU32(508, ~primary.U32(508));
+    const LogBytes logs = {WithField(old.log, kTimestampOfBase, 1), {}, {}};
+    ExpectNotRecovered(primary.View(), logs, "the log is older than the first bin");
+    EXPECT_EQ(Dump(*OpenHive(primary.View(), logs)), Read(State(6)));
+}
+
+TEST(RecoveryFromDirtyVector, OfADamagedBaseBlockTakesNoLogThatBreaksABin) {
+    const DirtyHive dirty = MakeDirtyHive(State(1), State(6));
+    HiveBytes broken(dirty.log);
+    const std::size_t firstPage = 2 * kSector;
+    ASSERT_EQ(broken.U32(firstPage), 0x6E696268U);
+    broken.PutU32(firstPage + 8, 0x20000);  // the size of the first bin
+    const ByteVector later = WithField(broken.View(), kTimestampOfBase + 4, 0x02000000);
+    HiveBytes primary(dirty.primary);
+    primary.PutU32(508, ~primary.U32(508));
+    primary.PutU32(kTimestampOfFirstBin, 1);
+    ExpectRecovered(primary.View(), {{}, later, dirty.log}, State(6));
 }
 
 TEST(RecoveryFromDirtyVector, NeedsALogOfThisWrite) {
@@ -172,9 +225,9 @@ TEST(RecoveryFromDirtyVector, StopsAtABinThatIsNotSound) {
     const std::size_t firstPage = 2 * kSector;
     ASSERT_EQ(log.U32(firstPage), 0x6E696268U);
     log.PutText(firstPage, "nibh");
-    const auto hive = Hive::Open(dirty.primary, {log.View(), {}, {}});
+    const auto hive = OpenHive(dirty.primary, {log.View(), {}, {}});
     EXPECT_EQ(hive->HowRecovered(), Recovery::FromLogs);
-    EXPECT_EQ(Dump(*hive), Dump(*Hive::Open(dirty.primary, {})));
+    EXPECT_EQ(Dump(*hive), Dump(*OpenHive(dirty.primary, {})));
 }
 
 TEST(RecoveryFromDirtyVector, NeverLeavesAHole) {
@@ -202,7 +255,7 @@ std::vector<ByteVector> States(int count) {
     return states;
 }
 
-Logs LogsOf(const DirtyHive& dirty) {
+LogBytes LogsOf(const DirtyHive& dirty) {
     return {{}, dirty.log, dirty.log2};
 }
 

@@ -12,6 +12,7 @@
 #include "sources/IEHistoryList.h"
 #include "tests/samples/HiveOracle.h"
 #include "tests/samples/Oracle.h"
+#include "tests/support/BytesFile.h"
 #include "tests/support/MemoryPlatform.h"
 #include "tools/sample-volume/SampleVolume.h"
 
@@ -51,7 +52,7 @@ HiveKey TreeOf(const regf::Key& key) {
 TEST(ReadersTest, HivesAreReadAsHivexReadsThem) {
     OSTREVIN_NEED("hivexsh", "libhivex-bin");
     ForEachFile<HiveFile>([](const std::vector<std::byte>& bytes) {
-        const auto hive = regf::Hive::Open(bytes, {});
+        const auto hive = regf::Hive::Open(std::make_unique<BytesFile>(bytes), {});
         ExpectHivexAgrees(TreeOf(hive->Root()), bytes);
     });
 }
@@ -59,7 +60,7 @@ TEST(ReadersTest, HivesAreReadAsHivexReadsThem) {
 TEST(ReadersTest, HivesAreReadAsRegfexportReadsThem) {
     OSTREVIN_NEED("regfexport", "libregf-utils");
     ForEachFile<HiveFile>([](const std::vector<std::byte>& bytes) {
-        const auto hive = regf::Hive::Open(bytes, {});
+        const auto hive = regf::Hive::Open(std::make_unique<BytesFile>(bytes), {});
         ExpectRegfexportAgrees(TreeOf(hive->Root()), bytes);
     });
 }

@@ -4,6 +4,7 @@
 #include "platform/Text.h"
 #include "platform/volume/VolumeRegistry.h"
 #include "tests/volume/TestVolume.h"
+#include "tools/writers/DirtyHive.h"
 
 namespace ostrevin {
 namespace {
@@ -391,6 +392,35 @@ TEST_F(VolumeRegistryTest, ADirtyHiveIsReadWithoutLogsAndToldOf) {
               kSuccess);
     EXPECT_EQ(TryOpen(*platform, kUsers, std::string(kBobSid) + "\\Software\\Here"), kSuccess);
     EXPECT_THAT(volume_.notices, ElementsAre(HasSubstr("NTUSER.DAT: ")));
+}
+
+TEST_F(VolumeRegistryTest, ADamagedBaseBlockIsToldOf) {
+    volume_.Write();
+    HiveKey root;
+    root.Key("Software\\Here");
+    const samples::HiveOptions options;
+    const std::vector<std::byte> before = samples::WriteHive(root, options);
+    root.Key("Software\\New");
+    samples::DirtyHive dirty = samples::MakeDirtyHive(before, samples::WriteHive(root, options));
+    dirty.primary[508] ^= std::byte{1};
+    const std::string bob = "Documents and Settings/bob/NTUSER.DAT";
+    const std::string path = "C:\\Documents and Settings\\bob\\NTUSER.DAT";
+    volume_.folder.Write(bob, dirty.primary);
+    {
+        const auto platform = volume_.Open();
+        EXPECT_EQ(platform->RegLoadKeyA(kUsers, kBobSid, path), kSuccess);
+        EXPECT_EQ(TryOpen(*platform, kUsers, std::string(kBobSid) + "\\Software\\Here"), kSuccess);
+        EXPECT_THAT(volume_.notices, ElementsAre(HasSubstr("NTUSER.DAT: The registry hive has a damaged base "
+                                                           "block and no log fits it")));
+    }
+    volume_.notices.clear();
+    volume_.folder.Write(bob + ".LOG", dirty.log);
+    const auto platform = volume_.Open();
+    EXPECT_EQ(platform->RegLoadKeyA(kUsers, kBobSid, path), kSuccess);
+    EXPECT_EQ(TryOpen(*platform, kUsers, std::string(kBobSid) + "\\Software\\New"), kSuccess);
+    EXPECT_THAT(volume_.notices,
+                ElementsAre(HasSubstr("NTUSER.DAT: The registry hive has a damaged base block "
+                                      "and has been recovered from its logs.")));
 }
 
 TEST_F(VolumeRegistryTest, UnreadableMachineHivesAreAbsent) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -20,9 +21,34 @@ bool HasSignature(Bytes file) {
     return file.size() >= kSignature.size() && std::equal(kSignature.begin(), kSignature.end(), file.begin());
 }
 
+const char* LineOf(regf::Trouble trouble) {
+    return trouble == regf::Trouble::Unreadable
+               ? "The registry hive cannot be read to its end."
+               : "The registry hive claims to hold more than its size. Not all of it is read.";
+}
+
+/// What is to tell of a hive that was read; null when it was as it should be.
+const char* LineOf(regf::Recovery recovery, bool hadDamagedBaseBlock) {
+    switch (recovery) {
+        case regf::Recovery::FromLogs:
+            return hadDamagedBaseBlock
+                       ? "The registry hive has a damaged base block and has been recovered from its logs."
+                       : "The registry hive was not written out and has been recovered from its logs.";
+        case regf::Recovery::DirtyNoLogs:
+            return hadDamagedBaseBlock
+                       ? "The registry hive has a damaged base block and no log fits it: its sound parts are "
+                         "read."
+                       : "The registry hive was not written out and no log fits it: it is read as it stands.";
+        case regf::Recovery::None:
+            break;
+    }
+    return nullptr;
+}
+
 }  // namespace
 
-HiveStore::HiveStore(const VolumeFiles& files, Notice notice) : files_(files), notice_(std::move(notice)) {}
+HiveStore::HiveStore(const VolumeFiles& files, Notice notice)
+    : files_(files), openFiles_(files), notice_(std::move(notice)) {}
 
 const regf::Hive* HiveStore::Load(const std::string& path, std::int32_t& result) {
     // A file in a folder without rights has no place on the host that could be told.
@@ -68,7 +94,7 @@ std::optional<std::uint64_t> HiveStore::LastWritten(const std::string& path) con
 
 std::unique_ptr<regf::Hive> HiveStore::Read(const std::string& path, const std::string& hostPath,
                                             std::int32_t& result) {
-    const std::unique_ptr<InputFile> file = files_.Open(path, result);
+    std::unique_ptr<InputFile> file = openFiles_.Open(path, result);
     if (!file) {
         if (result == kAccessDenied) {
             Tell(hostPath, kUnreadable);
@@ -80,44 +106,43 @@ std::unique_ptr<regf::Hive> HiveStore::Read(const std::string& path, const std::
         Tell(hostPath, "The file is too large to be a registry hive.");
         return nullptr;
     }
-    std::optional<std::vector<std::byte>> bytes = ReadAll(*file, kLargestHive);
-    if (!bytes) {
-        Tell(hostPath, "The registry hive cannot be read to its end.");
-        return nullptr;
-    }
-    const bool hasSignature = HasSignature(*bytes);
-    const Bytes beginning = Bytes(*bytes).first(std::min(bytes->size(), kFieldsOfBaseBlock));
-    const regf::Logs logs = regf::Hive::IsDirty(beginning) ? ReadLogs(path) : regf::Logs();
+    std::array<std::byte, kFieldsOfBaseBlock> fields{};
+    const Bytes beginning = Bytes(fields).first(file->Read(0, fields));
+    const bool hasSignature = HasSignature(beginning);
+    const regf::Logs logs = regf::Hive::IsDirty(beginning) ? OpenLogs(path) : regf::Logs();
     std::unique_ptr<regf::Hive> hive;
     try {
-        hive = regf::Hive::Open(std::move(*bytes), logs);
+        hive = regf::Hive::Open(std::move(file), logs,
+                                [this, hostPath](regf::Trouble trouble) { Tell(hostPath, LineOf(trouble)); });
     } catch (const regf::HiveError& error) {
         Tell(hostPath, error.what());
         result = hasSignature ? kBadDatabase : kNotRegistryFile;
         return nullptr;
+    } catch (const std::bad_alloc&) {
+        Tell(hostPath, "There is not enough memory for the registry hive.");
+        return nullptr;
     }
-    if (hive->HowRecovered() == regf::Recovery::FromLogs) {
-        Tell(hostPath, "The registry hive was not written out and has been recovered from its logs.");
-    } else if (hive->HowRecovered() == regf::Recovery::DirtyNoLogs) {
-        Tell(hostPath, "The registry hive was not written out and no log fits it: it is read as it stands.");
+    const char* const recovery = LineOf(hive->HowRecovered(), hive->HadDamagedBaseBlock());
+    if (recovery != nullptr) {
+        Tell(hostPath, recovery);
     }
     result = kSuccess;
     return hive;
 }
 
-regf::Logs HiveStore::ReadLogs(const std::string& path) const {
-    const auto read = [&](const char* ending) {
+regf::Logs HiveStore::OpenLogs(const std::string& path) const {
+    const auto open = [&](const char* ending) {
         std::int32_t result = kSuccess;
-        const std::unique_ptr<InputFile> file = files_.Open(path + ending, result);
-        return file ? ReadAll(*file, kLargestHive).value_or(std::vector<std::byte>())
-                    : std::vector<std::byte>();
+        std::unique_ptr<InputFile> file = files_.Open(path + ending, result);
+        return file && file->Size() <= kLargestHive ? std::move(file) : nullptr;
     };
-    return {read(".LOG"), read(".LOG1"), read(".LOG2")};
+    return {open(".LOG"), open(".LOG1"), open(".LOG2")};
 }
 
 void HiveStore::Tell(const std::string& file, const std::string& reason) {
-    if (told_.insert(file).second && notice_) {
-        notice_(file + ": " + reason);
+    const std::string line = file + ": " + reason;
+    if (told_.insert(line).second && notice_) {
+        notice_(line);
     }
 }
 

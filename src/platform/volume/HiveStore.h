@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 
+#include "platform/volume/FewOpenFiles.h"
 #include "platform/volume/regf/Hive.h"
 
 namespace ostrevin {
@@ -24,7 +25,7 @@ inline constexpr std::uint64_t kLargestHive = std::uint64_t{512} << 20U;
 
 class HiveStore {
   public:
-    /// notice may be empty. It hears of a hive that cannot be read or that had to be recovered, once each.
+    /// notice may be empty. It hears of a hive that cannot be read or that had to be recovered, once of each.
     HiveStore(const VolumeFiles& files, Notice notice);
 
     /// The hive in a file of the volume; it lives as long as the store. Null with what the loading call of
@@ -43,13 +44,14 @@ class HiveStore {
   private:
     std::unique_ptr<regf::Hive> Read(const std::string& path, const std::string& hostPath,
                                      std::int32_t& result);
-    [[nodiscard]] regf::Logs ReadLogs(const std::string& path) const;
+    [[nodiscard]] regf::Logs OpenLogs(const std::string& path) const;
     void Tell(const std::string& file, const std::string& reason);
 
     const VolumeFiles& files_;
+    FewOpenFiles openFiles_;
     Notice notice_;
     std::map<std::string, std::unique_ptr<regf::Hive>> hives_;  // by the host's path
-    std::set<std::string> told_;
+    std::set<std::string> told_;                                // lines
 };
 
 }  // namespace ostrevin

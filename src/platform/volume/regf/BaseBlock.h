@@ -22,6 +22,8 @@ struct BaseBlock {
     static constexpr std::size_t kSize = 4096;
     /// The part that holds the fields and their checksum, and that a log repeats.
     static constexpr std::size_t kFieldsSize = 512;
+    /// The minor version that Windows XP and later write.
+    static constexpr std::uint32_t kMinorVersionOfXp = 5;
 
     std::uint32_t primarySequence = 0;    ///< counted up when a write begins
     std::uint32_t secondarySequence = 0;  ///< counted up when it has ended; equal to the primary one then

@@ -4,8 +4,9 @@
 
 namespace ostrevin::regf {
 
-std::optional<BigData> BigData::Read(Bytes cell) {
+std::optional<BigData> BigData::Read(const HiveBins& bins, std::uint32_t offset) {
     constexpr std::size_t kRecordSize = 8;
+    const Bytes cell = bins.Cell(offset, kRecordSize);
     if (cell.size() < kRecordSize || !HasSignature(cell, "db")) {
         return std::nullopt;
     }
@@ -15,15 +16,12 @@ std::optional<BigData> BigData::Read(Bytes cell) {
 std::vector<std::byte> BigData::Data(const HiveBins& bins, std::size_t length) const {
     // Segments lie apart from each other, so that all of them together are no larger than the hive.
     length = std::min(length, bins.Size());
-    const Bytes list = bins.Cell(segmentsList);
-    const std::size_t count = std::min<std::size_t>(segmentCount, list.size() / sizeof(std::uint32_t));
+    const Bytes list = bins.Cell(segmentsList, segmentCount * sizeof(std::uint32_t));
     std::vector<std::byte> data;
-    for (std::size_t i = 0; i < count && data.size() < length; ++i) {
+    for (std::size_t at = 0; at + sizeof(std::uint32_t) <= list.size() && data.size() < length;
+         at += sizeof(std::uint32_t)) {
         const std::size_t wanted = std::min(kSegmentSize, length - data.size());
-        const Bytes cell = bins.Cell(IntegerAt<std::uint32_t>(list, i * sizeof(std::uint32_t)));
-        const Bytes segment = cell.first(std::min(wanted, cell.size()));
-        data.insert(data.end(), segment.begin(), segment.end());
-        if (segment.size() < wanted) {
+        if (bins.AppendCell(data, IntegerAt<std::uint32_t>(list, at), wanted) < wanted) {
             break;
         }
     }

@@ -17,8 +17,8 @@ struct BigData {
     std::uint16_t segmentCount = 0;
     std::uint32_t segmentsList = 0;  ///< offset of a list of as many offsets of cells
 
-    /// Reads the record in a cell; none when it is none.
-    [[nodiscard]] static std::optional<BigData> Read(Bytes cell);
+    /// Reads the record in the cell at an offset; none when there is none.
+    [[nodiscard]] static std::optional<BigData> Read(const HiveBins& bins, std::uint32_t offset);
 
     /// The first length bytes of the data; fewer when segments are missing or short.
     [[nodiscard]] std::vector<std::byte> Data(const HiveBins& bins, std::size_t length) const;

@@ -4,7 +4,7 @@
 
 namespace ostrevin::regf {
 
-std::optional<DirtyVector> DirtyVector::Read(Bytes log, const BaseBlock& logBase) {
+std::optional<DirtyVector> DirtyVector::Read(const FileImage& log, const BaseBlock& logBase) {
     constexpr std::size_t kSignatureSize = 4;
     constexpr std::uint32_t kLargestClusteringFactor = 8;
     if (logBase.clusteringFactor == 0 || logBase.clusteringFactor > kLargestClusteringFactor ||
@@ -15,19 +15,20 @@ std::optional<DirtyVector> DirtyVector::Read(Bytes log, const BaseBlock& logBase
     const std::size_t pageCount = logBase.binsSize / kPageSize;
     const std::size_t vectorSize = kSignatureSize + pageCount / 8;
     const std::size_t pagesStart = sector + (vectorSize + sector - 1) / sector * sector;
-    if (log.size() < pagesStart || !HasSignature(log.subspan(sector), "DIRT")) {
+    if (log.Size() < pagesStart || !HasSignature(log.At(sector, kSignatureSize), "DIRT")) {
         return std::nullopt;
     }
     DirtyVector vector;
-    vector.bitmap_ = log.subspan(sector + kSignatureSize, pageCount / 8);
-    vector.pages_ = log.subspan(pagesStart);
+    vector.log_ = &log;
+    vector.bitmap_ = log.At(sector + kSignatureSize, pageCount / 8);
+    vector.pagesStart_ = pagesStart;
     for (std::size_t page = 0; page < pageCount; ++page) {
         if (vector.IsDirty(page)) {
             ++vector.count_;
             vector.end_ = (page + 1) * kPageSize;
         }
     }
-    if (vector.pages_.size() / kPageSize < vector.count_) {
+    if ((log.Size() - pagesStart) / kPageSize < vector.count_) {
         return std::nullopt;
     }
     return vector;

@@ -1,26 +1,27 @@
 #include "platform/volume/regf/Hive.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "platform/volume/regf/BaseBlock.h"
+#include "platform/volume/regf/CellLists.h"
+#include "platform/volume/regf/FileImage.h"
 #include "platform/volume/regf/HiveBin.h"
-#include "platform/volume/regf/KeyNode.h"
 #include "platform/volume/regf/Recovery.h"
 
 namespace ostrevin::regf {
 namespace {
 
-/// Throws unless the base block is that of a hive which can be read, whether sound or not.
-BaseBlock UsableBaseBlock(Bytes primary) {
-    if (primary.size() < BaseBlock::kFieldsSize) {
+/// The base block as it stands; throws unless it is that of a hive which can be read.
+BaseBlock UsableBaseBlock(const FileImage& primary) {
+    if (primary.Size() < BaseBlock::kFieldsSize) {
         throw HiveError("The file is too short to be a registry hive.");
     }
-    const auto block = BaseBlock::Read(primary);
+    const auto block = BaseBlockAsItStands(primary);
     if (!block) {
         throw HiveError("The file is not a registry hive: it does not begin with \"regf\".");
     }
-    if (block->type != FileType::Primary) {
+    if (block->type == FileType::Log || block->type == FileType::LogOfNt ||
+        block->type == FileType::EntriesLog) {
         throw HiveError("The file is a transaction log of a registry hive, not the hive.");
     }
     if (!block->IsSupportedVersion()) {
@@ -31,29 +32,53 @@ BaseBlock UsableBaseBlock(Bytes primary) {
     return *block;
 }
 
+std::unique_ptr<FileImage> ImageOf(const std::unique_ptr<InputFile>& file) {
+    return file ? std::make_unique<FileImage>(*file) : nullptr;
+}
+
+std::size_t SizeOf(const std::unique_ptr<FileImage>& image) {
+    return image ? image->Size() : 0;
+}
+
 }  // namespace
 
-Hive::Hive(std::vector<std::byte> bytes, const BaseBlock& baseBlock, Recovery recovery)
-    : bytes_(std::move(bytes)),
+Hive::Hive(std::unique_ptr<InputFile> file, std::unique_ptr<FileImage> image, const BaseBlock& baseBlock,
+           const OnTrouble& onTrouble)
+    : file_(std::move(file)),
+      image_(std::move(image)),
       rootCell_(baseBlock.rootCell),
       binsSize_(baseBlock.binsSize),
       minorVersion_(baseBlock.minorVersion),
-      recovery_(recovery) {}
+      lists_(std::make_unique<CellLists>(Bins(), rootCell_, Room(Bins().Size(), [onTrouble] {
+                                             if (onTrouble) {
+                                                 onTrouble(Trouble::Overlapping);
+                                             }
+                                         }))) {}
 
-std::unique_ptr<Hive> Hive::Open(std::vector<std::byte> primary, const Logs& logs) {
-    const bool isDirty = IsDirty(primary);
-    const auto recovered = isDirty ? RecoverFromLogs(primary, logs) : std::nullopt;
-    const BaseBlock baseBlock = recovered ? *recovered : UsableBaseBlock(primary);
-    const Recovery recovery = recovered ? Recovery::FromLogs
-                              : isDirty ? Recovery::DirtyNoLogs
-                                        : Recovery::None;
-    std::unique_ptr<Hive> hive(new Hive(std::move(primary), baseBlock, recovery));
-    if (!HiveBin::Read(hive->BinsBytes(), 0)) {
+Hive::~Hive() = default;
+
+std::unique_ptr<Hive> Hive::Open(std::unique_ptr<InputFile> primary, const Logs& logs,
+                                 const OnTrouble& onTrouble) {
+    const LogImages logImages = {ImageOf(logs.log), ImageOf(logs.log1), ImageOf(logs.log2)};
+    auto image = std::make_unique<FileImage>(
+        *primary, SizeOf(logImages.log) + SizeOf(logImages.log1) + SizeOf(logImages.log2));
+    if (onTrouble) {
+        image->OnUnreadable([onTrouble] { onTrouble(Trouble::Unreadable); });
+    }
+    const auto stored = BaseBlock::Read(image->At(0, BaseBlock::kFieldsSize));
+    const bool isSound = stored && stored->IsSoundPrimary();
+    const bool isDirty = !isSound || !stored->IsClean();
+    const auto recovered = isDirty ? RecoverFromLogs(*image, logImages) : std::nullopt;
+    const BaseBlock baseBlock = recovered ? *recovered : UsableBaseBlock(*image);
+    if (!ReadBin(*image, 0)) {
         throw HiveError("The registry hive is damaged: it has no first hive bin.");
     }
-    if (!KeyNode::Read(hive->Bins(), hive->rootCell_)) {
+    if (!HasRootKey(*image, baseBlock)) {
         throw HiveError("The registry hive is damaged: it has no root key.");
     }
+    std::unique_ptr<Hive> hive(new Hive(std::move(primary), std::move(image), baseBlock, onTrouble));
+    hive->hadDamagedBaseBlock_ = !isSound;
+    hive->recovery_ = recovered ? Recovery::FromLogs : isDirty ? Recovery::DirtyNoLogs : Recovery::None;
     return hive;
 }
 
@@ -71,13 +96,12 @@ Key Hive::Root() const {
     return {*this, rootCell_};
 }
 
-std::span<const std::byte> Hive::BinsBytes() const {
-    const Bytes bins = Bytes(bytes_).subspan(std::min(BaseBlock::kSize, bytes_.size()));
-    return bins.first(std::min<std::size_t>(binsSize_, bins.size()));
+std::size_t Hive::Held() const {
+    return image_->Held();
 }
 
 HiveBins Hive::Bins() const {
-    return {BinsBytes(), minorVersion_};
+    return {*image_, binsSize_, minorVersion_};
 }
 
 }  // namespace ostrevin::regf

@@ -1,14 +1,15 @@
-// A registry hive ("regf" file) in memory, read-only.
+// A registry hive ("regf" file), read-only. What of it is asked for is read into memory, and stays there.
 //
 // Facts: "Windows registry file format specification" (public, by M. Suhanov). All integers are
 // little-endian. Offsets of cells are relative to the first hive bin, which stands at byte 4096 of the file.
 //
 // Every byte is taken as hostile: an offset or a length is checked before it is used, and what is not sound
-// is absent. Nothing but Hive::Open throws.
+// is absent. Nothing but Hive::Open throws, besides std::bad_alloc.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -16,6 +17,8 @@
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "platform/Platform.h"
 
 namespace ostrevin::regf {
 
@@ -32,6 +35,14 @@ enum class Recovery {
     DirtyNoLogs,  ///< it was dirty, no log fits, and it is read as it stands
 };
 
+/// What only shows when parts of a hive are read.
+enum class Trouble {
+    Unreadable,   ///< part of the file cannot be read; what stands there is absent
+    Overlapping,  ///< the hive claims to hold more than its size; what is too much is absent
+};
+
+class CellLists;
+class FileImage;
 class Hive;
 class HiveBins;
 struct BaseBlock;
@@ -82,17 +93,25 @@ class Key {
     std::uint32_t offset_;
 };
 
-/// The transaction logs found beside a primary file; empty when there is none of that name.
+/// The transaction logs found beside a primary file; null when there is none of that name.
 struct Logs {
-    std::vector<std::byte> log;   ///< NAME.LOG
-    std::vector<std::byte> log1;  ///< NAME.LOG1
-    std::vector<std::byte> log2;  ///< NAME.LOG2
+    std::unique_ptr<InputFile> log;   ///< NAME.LOG
+    std::unique_ptr<InputFile> log1;  ///< NAME.LOG1
+    std::unique_ptr<InputFile> log2;  ///< NAME.LOG2
 };
 
 class Hive {
   public:
-    /// Takes the bytes of a primary file; a dirty one is recovered in memory from its logs. Throws HiveError.
-    static std::unique_ptr<Hive> Open(std::vector<std::byte> primary, const Logs& logs);
+    using OnTrouble = std::function<void(Trouble)>;
+
+    /// Takes a primary file, which is read as long as the hive lives; a dirty one is recovered in memory from
+    /// its logs. Throws HiveError. Trouble may be told more than once.
+    static std::unique_ptr<Hive> Open(std::unique_ptr<InputFile> primary, const Logs& logs,
+                                      const OnTrouble& onTrouble = {});
+    ~Hive();
+    Hive(const Hive&) = delete;
+    Hive& operator=(const Hive&) = delete;
+
     /// Whether a primary file with this beginning (512 bytes or more) needs its logs.
     [[nodiscard]] static bool IsDirty(std::span<const std::byte> baseBlock);
     /// The hive's own time of the last write (FILETIME), from the first 512 bytes; none when it is not a
@@ -101,18 +120,27 @@ class Hive {
 
     [[nodiscard]] Key Root() const;
     [[nodiscard]] Recovery HowRecovered() const { return recovery_; }
+    /// The base block was not sound, and had to be made up from a log or from what else there is.
+    [[nodiscard]] bool HadDamagedBaseBlock() const { return hadDamagedBaseBlock_; }
+    /// How many bytes of the file are in memory.
+    [[nodiscard]] std::size_t Held() const;
 
   private:
     friend class Key;
     friend class Value;
-    Hive(std::vector<std::byte> bytes, const BaseBlock& baseBlock, Recovery recovery);
-    [[nodiscard]] std::span<const std::byte> BinsBytes() const;
+    Hive(std::unique_ptr<InputFile> file, std::unique_ptr<FileImage> image, const BaseBlock& baseBlock,
+         const OnTrouble& onTrouble);
     [[nodiscard]] HiveBins Bins() const;
-    std::vector<std::byte> bytes_;
+    [[nodiscard]] CellLists& Lists() const { return *lists_; }
+
+    std::unique_ptr<InputFile> file_;
+    std::unique_ptr<FileImage> image_;
     std::uint32_t rootCell_;
     std::uint32_t binsSize_;  ///< what the base block says; the file may be shorter
     std::uint32_t minorVersion_;
-    Recovery recovery_;
+    std::unique_ptr<CellLists> lists_;
+    Recovery recovery_ = Recovery::None;
+    bool hadDamagedBaseBlock_ = false;
 };
 
 }  // namespace ostrevin::regf

@@ -1,6 +1,7 @@
 #include "platform/volume/regf/KeyNode.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "platform/Text.h"
 
@@ -13,7 +14,7 @@ constexpr std::uint16_t kPredefinedHandle = 0x0040;
 }  // namespace
 
 std::optional<KeyNode> KeyNode::Read(const HiveBins& bins, std::uint32_t offset) {
-    const Bytes cell = bins.Cell(offset);
+    const Bytes cell = bins.Cell(offset, kFixedSize + std::numeric_limits<std::uint16_t>::max());
     if (cell.size() < kFixedSize || !HasSignature(cell, "nk")) {
         return std::nullopt;
     }
@@ -40,22 +41,17 @@ std::string KeyNode::ClassName(const HiveBins& bins) const {
     if (classLength == 0) {
         return {};
     }
-    const Bytes cell = bins.Cell(classOffset);
-    return Utf16ToUtf8(cell.first(std::min<std::size_t>(classLength, cell.size())));
+    return Utf16ToUtf8(bins.Cell(classOffset, classLength));
 }
 
-std::vector<std::uint32_t> KeyNode::ValueOffsets(const HiveBins& bins) const {
-    std::vector<std::uint32_t> offsets;
+Bytes KeyNode::ValuesList(const HiveBins& bins) const {
     if (valueCount == 0) {
-        return offsets;
+        return {};
     }
-    const Bytes list = bins.Cell(valuesList);
-    const std::size_t count = std::min<std::size_t>(valueCount, list.size() / sizeof(std::uint32_t));
-    offsets.reserve(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        offsets.push_back(IntegerAt<std::uint32_t>(list, i * sizeof(std::uint32_t)));
-    }
-    return offsets;
+    constexpr std::size_t kOffset = sizeof(std::uint32_t);
+    const Bytes list =
+        bins.Cell(valuesList, std::min<std::size_t>(valueCount, bins.Size() / kOffset) * kOffset);
+    return list.first(list.size() / kOffset * kOffset);
 }
 
 }  // namespace ostrevin::regf

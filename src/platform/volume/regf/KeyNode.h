@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/volume/regf/HiveBin.h"
 #include "platform/volume/regf/StoredName.h"
@@ -12,7 +11,7 @@
 namespace ostrevin::regf {
 
 struct KeyNode {
-    /// The smallest cell that can hold one; no hive has more keys than its size holds of these.
+    /// The smallest cell that can hold one.
     static constexpr std::size_t kFixedSize = 76;
 
     std::uint64_t lastWritten = 0;  ///< FILETIME
@@ -29,8 +28,8 @@ struct KeyNode {
     [[nodiscard]] static std::optional<KeyNode> Read(const HiveBins& bins, std::uint32_t offset);
 
     [[nodiscard]] std::string ClassName(const HiveBins& bins) const;
-    /// The offsets in the values list, sound or not.
-    [[nodiscard]] std::vector<std::uint32_t> ValueOffsets(const HiveBins& bins) const;
+    /// The values list: whole offsets of 32 bits, sound or not.
+    [[nodiscard]] Bytes ValuesList(const HiveBins& bins) const;
 };
 
 }  // namespace ostrevin::regf

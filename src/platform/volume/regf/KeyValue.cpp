@@ -1,20 +1,20 @@
 #include "platform/volume/regf/KeyValue.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "platform/volume/regf/BigData.h"
 
 namespace ostrevin::regf {
 namespace {
 
-constexpr std::size_t kFixedSize = 20;
 constexpr std::uint32_t kInlineBit = 0x80000000;
 constexpr std::uint16_t kCompressedName = 0x0001;
 
 }  // namespace
 
 std::optional<KeyValue> KeyValue::Read(const HiveBins& bins, std::uint32_t offset) {
-    const Bytes cell = bins.Cell(offset);
+    const Bytes cell = bins.Cell(offset, kFixedSize + std::numeric_limits<std::uint16_t>::max());
     if (cell.size() < kFixedSize || !HasSignature(cell, "vk")) {
         return std::nullopt;
     }
@@ -35,15 +35,20 @@ std::optional<KeyValue> KeyValue::Read(const HiveBins& bins, std::uint32_t offse
     return value;
 }
 
-std::vector<std::byte> KeyValue::Data(const HiveBins& bins) const {
-    Bytes data = isInline ? offsetField : bins.Cell(dataOffset);
-    if (!isInline && dataSize > BigData::kSegmentSize && bins.HasBigData()) {
-        if (const auto bigData = BigData::Read(data)) {
-            return bigData->Data(bins, dataSize);
+std::vector<std::byte> KeyValue::Data(const HiveBins& bins, std::size_t most) const {
+    most = std::min<std::size_t>(most, dataSize);
+    if (isInline) {
+        const Bytes data = offsetField.first(std::min(most, offsetField.size()));
+        return {data.begin(), data.end()};
+    }
+    if (dataSize > BigData::kSegmentSize && bins.HasBigData()) {
+        if (const auto bigData = BigData::Read(bins, dataOffset)) {
+            return bigData->Data(bins, most);
         }
     }
-    data = data.first(std::min<std::size_t>(dataSize, data.size()));
-    return {data.begin(), data.end()};
+    std::vector<std::byte> data;
+    bins.AppendCell(data, dataOffset, most);
+    return data;
 }
 
 }  // namespace ostrevin::regf

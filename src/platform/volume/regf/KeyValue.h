@@ -12,6 +12,9 @@
 namespace ostrevin::regf {
 
 struct KeyValue {
+    /// The smallest cell that can hold one.
+    static constexpr std::size_t kFixedSize = 20;
+
     std::uint32_t dataSize = 0;    ///< in bytes, without the bit that tells where the data stands
     bool isInline = false;         ///< that bit: data of up to 4 bytes stands in the offset's place
     Bytes offsetField;             ///< those 4 bytes
@@ -22,8 +25,8 @@ struct KeyValue {
     /// Reads the key value in the cell at an offset; none when there is no sound one.
     [[nodiscard]] static std::optional<KeyValue> Read(const HiveBins& bins, std::uint32_t offset);
 
-    /// The data; cut where it leaves its cells.
-    [[nodiscard]] std::vector<std::byte> Data(const HiveBins& bins) const;
+    /// The data, but no more of it than asked for; cut where it leaves its cells.
+    [[nodiscard]] std::vector<std::byte> Data(const HiveBins& bins, std::size_t most) const;
 };
 
 }  // namespace ostrevin::regf

@@ -43,23 +43,24 @@ std::optional<std::vector<LogEntry::Page>> ReadPages(Bytes entry, std::uint32_t 
 
 }  // namespace
 
-std::optional<LogEntry> LogEntry::Read(Bytes log, std::size_t at) {
-    if (at > log.size() || log.size() - at < kHeaderSize || !HasSignature(log.subspan(at), "HvLE")) {
+std::optional<LogEntry> LogEntry::Read(const FileImage& log, std::size_t at) {
+    const Bytes header = log.At(at, kHeaderSize);
+    if (header.size() < kHeaderSize || !HasSignature(header, "HvLE")) {
         return std::nullopt;
     }
     LogEntry entry;
-    entry.size = IntegerAt<std::uint32_t>(log, at + 4);
-    entry.sequence = IntegerAt<std::uint32_t>(log, at + 12);
-    entry.binsSize = IntegerAt<std::uint32_t>(log, at + 16);
-    if (entry.size < kHeaderSize || entry.size % kSizeUnit != 0 || entry.size > log.size() - at ||
+    entry.size = IntegerAt<std::uint32_t>(header, 4);
+    entry.sequence = IntegerAt<std::uint32_t>(header, 12);
+    entry.binsSize = IntegerAt<std::uint32_t>(header, 16);
+    if (entry.size < kHeaderSize || entry.size % kSizeUnit != 0 || entry.size > log.Size() - at ||
         entry.binsSize == 0 || entry.binsSize % HiveBin::kUnit != 0) {
         return std::nullopt;
     }
-    const Bytes bytes = log.subspan(at, entry.size);
+    const Bytes bytes = log.At(at, entry.size);
     if (!HasRightHashes(bytes)) {
         return std::nullopt;
     }
-    auto pages = ReadPages(bytes, IntegerAt<std::uint32_t>(log, at + 20), entry.binsSize);
+    auto pages = ReadPages(bytes, IntegerAt<std::uint32_t>(header, 20), entry.binsSize);
     if (!pages) {
         return std::nullopt;
     }

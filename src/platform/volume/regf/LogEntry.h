@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/volume/regf/Bytes.h"
+#include "platform/volume/regf/FileImage.h"
 
 namespace ostrevin::regf {
 
@@ -27,7 +28,8 @@ struct LogEntry {
     std::vector<Page> pages;     ///< each of them within that size
 
     /// Reads the entry at an offset of a log; none when there is no sound one, with both its hashes right.
-    [[nodiscard]] static std::optional<LogEntry> Read(Bytes log, std::size_t at);
+    /// The log has to live as long as the entry.
+    [[nodiscard]] static std::optional<LogEntry> Read(const FileImage& log, std::size_t at);
 };
 
 }  // namespace ostrevin::regf

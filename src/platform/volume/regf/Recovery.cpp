@@ -1,44 +1,28 @@
 #include "platform/volume/regf/Recovery.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
+#include <vector>
 
 #include "platform/volume/regf/DirtyVector.h"
-#include "platform/volume/regf/Hive.h"
 #include "platform/volume/regf/HiveBin.h"
+#include "platform/volume/regf/KeyNode.h"
 #include "platform/volume/regf/LogEntry.h"
 
 namespace ostrevin::regf {
 namespace {
 
-using Primary = std::vector<std::byte>;
-
-Bytes Bins(const Primary& primary) {
-    return Bytes(primary).subspan(std::min(BaseBlock::kSize, primary.size()));
-}
-
-/// Overwrites part of the hive bins, which reach that far.
-void WriteBins(Primary& primary, std::size_t at, Bytes content) {
-    std::ranges::copy(content, primary.begin() + static_cast<std::ptrdiff_t>(BaseBlock::kSize + at));
-}
-
-/// Makes the file reach to an end within the hive bins. False when it would have to grow by more than
+/// Makes the image reach to an end within the hive bins. False when it would have to grow by more than
 /// the bytes that a log brings: what is new in a hive is all in the log.
-bool GrowTo(Primary& primary, std::size_t binsEnd, std::size_t broughtBytes) {
+bool GrowTo(FileImage& primary, std::size_t binsEnd, std::size_t broughtBytes) {
     const std::size_t end = BaseBlock::kSize + binsEnd;
-    if (end <= primary.size()) {
-        return true;
-    }
-    if (end - primary.size() > broughtBytes) {
-        return false;
-    }
-    primary.resize(end);
-    return true;
+    return end <= primary.Size() || (end - primary.Size() <= broughtBytes && primary.GrowTo(end));
 }
 
 /// The base block of a log that was written to its end; none when there is no such log.
-std::optional<BaseBlock> ReadLogBase(Bytes log) {
-    const auto block = BaseBlock::Read(log);
+std::optional<BaseBlock> ReadLogBase(const FileImage* log) {
+    const auto block = log == nullptr ? std::nullopt : BaseBlock::Read(log->At(0, BaseBlock::kFieldsSize));
     return block && block->IsSoundLog() && block->IsClean() ? block : std::nullopt;
 }
 
@@ -56,44 +40,86 @@ BaseBlock RecoveredBase(const BaseBlock* sound, BaseBlock logBase) {
 // --- Logs with a dirty vector
 
 /// Copies the dirty pages. Stops at a hive bin whose new header is not sound, as Windows does.
-void ApplyDirtyPages(Primary& primary, const DirtyVector& vector) {
+void ApplyDirtyPages(FileImage& primary, const DirtyVector& vector) {
     std::size_t copied = 0;
     std::size_t nextBin = 0;
     for (std::size_t page = 0; copied < vector.Count(); ++page) {
         const std::size_t at = page * DirtyVector::kPageSize;
         const bool isDirty = vector.IsDirty(page);
         if (at == nextBin) {
-            const Bytes old = Bins(primary);
-            const auto bin =
-                HiveBin::Read(isDirty ? vector.Page(copied) : old.subspan(std::min(at, old.size())), at);
+            const auto bin = isDirty ? HiveBin::Read(vector.Page(copied), at) : ReadBin(primary, at);
             if (isDirty && !bin) {
                 return;
             }
             nextBin += bin ? bin->size : HiveBin::kUnit;
         }
         if (isDirty) {
-            WriteBins(primary, at, vector.Page(copied));
+            primary.Write(BaseBlock::kSize + at, vector.Page(copied));
             ++copied;
         }
     }
 }
 
-/// Applies the first log that was written at the given time.
-std::optional<BaseBlock> RecoverFromDirtyVector(Primary& primary, const BaseBlock* sound, std::uint64_t time,
-                                                const Logs& logs) {
-    for (const Bytes log : {Bytes(logs.log1), Bytes(logs.log2), Bytes(logs.log)}) {
-        const auto logBase = ReadLogBase(log);
-        if (!logBase || logBase->type == FileType::EntriesLog || logBase->lastWritten != time) {
+struct DirtyLog {
+    BaseBlock base;
+    DirtyVector vector;
+};
+
+/// Applies a log; false, and leaves the image alone, when the hive would have a hole.
+bool ApplyLog(FileImage& primary, const DirtyLog& log) {
+    if (!GrowTo(primary, log.vector.End(), log.vector.Count() * DirtyVector::kPageSize)) {
+        return false;
+    }
+    ApplyDirtyPages(primary, log.vector);
+    return true;
+}
+
+std::vector<DirtyLog> DirtyLogs(const LogImages& logs) {
+    std::vector<DirtyLog> found;
+    for (const FileImage* log : {logs.log1.get(), logs.log2.get(), logs.log.get()}) {
+        const auto base = ReadLogBase(log);
+        if (!base || base->type == FileType::EntriesLog) {
             continue;
         }
-        const auto vector = DirtyVector::Read(log, *logBase);
-        if (!vector || !GrowTo(primary, vector->End(), vector->Count() * DirtyVector::kPageSize)) {
+        if (const auto vector = DirtyVector::Read(*log, *base)) {
+            found.push_back({*base, *vector});
+        }
+    }
+    return found;
+}
+
+/// Applies the first log that was written at the same time as the primary file.
+std::optional<BaseBlock> CompleteFromDirtyVector(FileImage& primary, const BaseBlock& sound,
+                                                 const std::vector<DirtyLog>& logs) {
+    for (const DirtyLog& log : logs) {
+        if (log.base.lastWritten == sound.lastWritten && ApplyLog(primary, log)) {
+            BaseBlock recovered = sound;
+            recovered.binsSize = log.base.binsSize;
+            return recovered;
+        }
+    }
+    return std::nullopt;
+}
+
+/// The same for a primary file whose base block is damaged.
+std::optional<BaseBlock> RestoreFromDirtyVector(FileImage& primary, const HiveBin& firstBin,
+                                                std::vector<DirtyLog> logs) {
+    std::ranges::stable_sort(logs, std::ranges::greater(), [&](const DirtyLog& log) {
+        return std::pair(log.base.lastWritten == firstBin.timestamp, log.base.lastWritten);
+    });
+    const auto asItStands = BaseBlockAsItStands(primary);
+    const bool hasRootKey = asItStands && HasRootKey(primary, *asItStands);
+    const std::size_t soundBins = SoundBinsEnd(primary);
+    for (const DirtyLog& log : logs) {
+        const BaseBlock recovered = RecoveredBase(nullptr, log.base);
+        if ((hasRootKey && log.base.lastWritten < firstBin.timestamp) || !ApplyLog(primary, log)) {
             continue;
         }
-        ApplyDirtyPages(primary, *vector);
-        BaseBlock recovered = RecoveredBase(sound, *logBase);
-        recovered.binsSize = logBase->binsSize;
-        return recovered;
+        if (HasRootKey(primary, recovered) &&
+            SoundBinsEnd(primary) >= std::min<std::size_t>(soundBins, recovered.binsSize)) {
+            return recovered;
+        }
+        primary.Forget();
     }
     return std::nullopt;
 }
@@ -102,10 +128,10 @@ std::optional<BaseBlock> RecoverFromDirtyVector(Primary& primary, const BaseBloc
 
 struct EntriesLog {
     BaseBlock base;  ///< its sequence number is that of the first entry
-    Bytes bytes;
+    const FileImage* image = nullptr;
 };
 
-bool ApplyEntry(Primary& primary, const LogEntry& entry) {
+bool ApplyEntry(FileImage& primary, const LogEntry& entry) {
     std::size_t end = 0;
     for (const LogEntry::Page& page : entry.pages) {
         end = std::max(end, page.offset + page.content.size());
@@ -114,17 +140,17 @@ bool ApplyEntry(Primary& primary, const LogEntry& entry) {
         return false;
     }
     for (const LogEntry::Page& page : entry.pages) {
-        WriteBins(primary, page.offset, page.content);
+        primary.Write(BaseBlock::kSize + page.offset, page.content);
     }
     return true;
 }
 
 /// Applies the entries of a log as long as they are sound and in sequence. Returns how many there were; the
 /// last one's size of the hive bins becomes that of the base block.
-std::uint32_t ApplyEntries(Primary& primary, BaseBlock& base, const EntriesLog& log) {
+std::uint32_t ApplyEntries(FileImage& primary, BaseBlock& base, const EntriesLog& log) {
     std::uint32_t count = 0;
     std::size_t at = LogEntry::kFirst;
-    while (const auto entry = LogEntry::Read(log.bytes, at)) {
+    while (const auto entry = LogEntry::Read(*log.image, at)) {
         if (entry->sequence != log.base.primarySequence + count || !ApplyEntry(primary, *entry)) {
             break;
         }
@@ -136,9 +162,9 @@ std::uint32_t ApplyEntries(Primary& primary, BaseBlock& base, const EntriesLog& 
 }
 
 /// The logs to apply, in order.
-std::vector<EntriesLog> EntriesLogs(const BaseBlock* sound, const Logs& logs) {
+std::vector<EntriesLog> EntriesLogs(const BaseBlock* sound, const LogImages& logs) {
     std::vector<EntriesLog> found;
-    for (const Bytes log : {Bytes(logs.log1), Bytes(logs.log2)}) {
+    for (const FileImage* log : {logs.log1.get(), logs.log2.get()}) {
         const auto logBase = ReadLogBase(log);
         if (logBase && logBase->type == FileType::EntriesLog &&
             (sound == nullptr || logBase->primarySequence >= sound->secondarySequence)) {
@@ -152,7 +178,8 @@ std::vector<EntriesLog> EntriesLogs(const BaseBlock* sound, const Logs& logs) {
     return found;
 }
 
-std::optional<BaseBlock> RecoverFromEntries(Primary& primary, const BaseBlock* sound, const Logs& logs) {
+std::optional<BaseBlock> RecoverFromEntries(FileImage& primary, const BaseBlock* sound,
+                                            const LogImages& logs) {
     const std::vector<EntriesLog> entriesLogs = EntriesLogs(sound, logs);
     if (entriesLogs.empty()) {
         return std::nullopt;
@@ -173,18 +200,51 @@ std::optional<BaseBlock> RecoverFromEntries(Primary& primary, const BaseBlock* s
 
 }  // namespace
 
-std::optional<BaseBlock> RecoverFromLogs(std::vector<std::byte>& primary, const Logs& logs) {
-    const auto base = BaseBlock::Read(primary);
+std::optional<BaseBlock> RecoverFromLogs(FileImage& primary, const LogImages& logs) {
+    const auto base = BaseBlock::Read(primary.At(0, BaseBlock::kFieldsSize));
     const BaseBlock* const sound = base && base->IsSoundPrimary() ? &*base : nullptr;
-    const auto firstBin = HiveBin::Read(Bins(primary), 0);
+    const auto firstBin = ReadBin(primary, 0);
     if (sound == nullptr && !firstBin) {
         return std::nullopt;
     }
-    if (const auto recovered = RecoverFromEntries(primary, sound, logs)) {
+    const auto recovered = RecoverFromEntries(primary, sound, logs);
+    if (recovered && (sound != nullptr || HasRootKey(primary, *recovered))) {
         return recovered;
     }
-    const std::uint64_t time = sound != nullptr ? sound->lastWritten : firstBin->timestamp;
-    return RecoverFromDirtyVector(primary, sound, time, logs);
+    primary.Forget();
+    return sound != nullptr ? CompleteFromDirtyVector(primary, *sound, DirtyLogs(logs))
+                            : RestoreFromDirtyVector(primary, *firstBin, DirtyLogs(logs));
+}
+
+std::optional<BaseBlock> BaseBlockAsItStands(const FileImage& primary) {
+    const auto stored = BaseBlock::Read(primary.At(0, BaseBlock::kFieldsSize));
+    if (stored && stored->rightChecksum) {
+        return stored;
+    }
+    if (!ReadBin(primary, 0)) {
+        return stored;
+    }
+    BaseBlock block = stored.value_or(BaseBlock());
+    if (!block.IsSupportedVersion()) {
+        block.majorVersion = 1;
+        block.minorVersion = BaseBlock::kMinorVersionOfXp;
+    }
+    block.binsSize = std::max(block.binsSize, static_cast<std::uint32_t>(SoundBinsEnd(primary)));
+    for (const std::uint32_t minorVersion : {block.minorVersion, BaseBlock::kMinorVersionOfXp}) {
+        for (const std::uint32_t rootCell : {block.rootCell, std::uint32_t{HiveBin::kHeaderSize}}) {
+            BaseBlock attempt = block;
+            attempt.minorVersion = minorVersion;
+            attempt.rootCell = rootCell;
+            if (HasRootKey(primary, attempt)) {
+                return attempt;
+            }
+        }
+    }
+    return block;
+}
+
+bool HasRootKey(const FileImage& primary, const BaseBlock& base) {
+    return KeyNode::Read(HiveBins(primary, base.binsSize, base.minorVersion), base.rootCell).has_value();
 }
 
 }  // namespace ostrevin::regf

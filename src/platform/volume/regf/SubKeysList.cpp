@@ -1,15 +1,16 @@
 #include "platform/volume/regf/SubKeysList.h"
 
 #include <algorithm>
+#include <limits>
 #include <unordered_set>
-
-#include "platform/volume/regf/KeyNode.h"
 
 namespace ostrevin::regf {
 namespace {
 
 constexpr std::size_t kHeaderSize = 4;
-constexpr std::size_t kSmallestCell = 8;
+constexpr std::size_t kLargestElement = 8;
+constexpr std::size_t kLargestList =
+    kHeaderSize + kLargestElement * std::numeric_limits<std::uint16_t>::max();
 
 /// The size of an element of the leaf in a cell; 0 when it is no leaf.
 std::size_t LeafElementSize(Bytes cell) {
@@ -28,17 +29,15 @@ Bytes Elements(Bytes cell, std::size_t elementSize) {
 
 }  // namespace
 
-std::vector<SubKeysLeaf> ReadSubKeysList(const HiveBins& bins, std::uint32_t offset) {
+std::vector<SubKeysLeaf> ReadSubKeysList(const HiveBins& bins, std::uint32_t offset, Room& room) {
     std::vector<SubKeysLeaf> leaves;
-    std::size_t keyRoom = bins.Size() / KeyNode::kFixedSize;
-    std::size_t listRoom = bins.Size() / kSmallestCell;
     std::unordered_set<std::uint32_t> rootsMet;
     // Lists still to read, the next one last, so that index roots may stand in index roots without recursion.
     std::vector<std::uint32_t> waiting = {offset};
     while (!waiting.empty()) {
         const std::uint32_t next = waiting.back();
         waiting.pop_back();
-        const Bytes cell = bins.Cell(next);
+        const Bytes cell = bins.Cell(next, kLargestList);
         if (cell.size() < kHeaderSize) {
             continue;
         }
@@ -47,18 +46,17 @@ std::vector<SubKeysLeaf> ReadSubKeysList(const HiveBins& bins, std::uint32_t off
         if (isRoot ? !rootsMet.insert(next).second : leafElementSize == 0) {
             continue;
         }
-        const std::size_t elementSize = isRoot ? sizeof(std::uint32_t) : leafElementSize;
-        Bytes elements = Elements(cell, elementSize);
-        std::size_t& room = isRoot ? listRoom : keyRoom;
-        const std::size_t count = std::min(room, elements.size() / elementSize);
-        room -= count;
-        elements = elements.first(count * elementSize);
+        const Bytes elements = Elements(cell, isRoot ? sizeof(std::uint32_t) : leafElementSize);
+        if (!room.Take(kHeaderSize + elements.size())) {
+            break;
+        }
         if (isRoot) {
-            for (std::size_t i = count; i-- > 0;) {
-                waiting.push_back(IntegerAt<std::uint32_t>(elements, i * elementSize));
+            for (std::size_t at = elements.size(); at > 0;) {
+                at -= sizeof(std::uint32_t);
+                waiting.push_back(IntegerAt<std::uint32_t>(elements, at));
             }
-        } else if (count > 0) {
-            leaves.emplace_back(elements, elementSize);
+        } else if (!elements.empty()) {
+            leaves.emplace_back(elements, leafElementSize);
         }
     }
     return leaves;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/volume/regf/HiveBin.h"
+#include "platform/volume/regf/Room.h"
 
 namespace ostrevin::regf {
 
@@ -31,7 +32,8 @@ class SubKeysLeaf {
 };
 
 /// The leaves of the list at an offset, in order, those below index roots included. An index root met again
-/// is left out, and all lists together have no more elements than the hive has room for.
-[[nodiscard]] std::vector<SubKeysLeaf> ReadSubKeysList(const HiveBins& bins, std::uint32_t offset);
+/// is left out; the lists that are read take their room.
+[[nodiscard]] std::vector<SubKeysLeaf> ReadSubKeysList(const HiveBins& bins, std::uint32_t offset,
+                                                       Room& room);
 
 }  // namespace ostrevin::regf

@@ -1,5 +1,6 @@
 #include <compare>
 
+#include "platform/volume/regf/CellLists.h"
 #include "platform/volume/regf/Hive.h"
 #include "platform/volume/regf/KeyValue.h"
 
@@ -27,7 +28,7 @@ std::uint32_t Value::Type() const {
 }
 
 std::vector<std::byte> Value::Data() const {
-    return Stored().Data(hive_->Bins());
+    return hive_->Lists().DataOf(offset_);
 }
 
 }  // namespace ostrevin::regf
