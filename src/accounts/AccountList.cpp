@@ -125,13 +125,18 @@ std::int32_t AccountList::GetAccountIndex(const std::string& name) const {
 }
 
 void AccountList::LoadAccountNamesFromSID() {
+    std::vector<std::string> sids;
+    for (const Account& account : accounts_) {
+        sids.push_back(account.sid);
+    }
+    const std::vector<std::vector<std::string>> found = platform_.UserAccountNames(sids);
     // Not cleared between accounts: an identifier that is not known gets the name before it.
     std::string name;
-    for (Account& account : accounts_) {
-        for (const std::string& found : platform_.UserAccountNames(account.sid)) {
-            name = found;
+    for (std::size_t i = 0; i < accounts_.size(); ++i) {
+        if (!found[i].empty()) {
+            name = found[i].back();
         }
-        account.name = name;
+        accounts_[i].name = name;
     }
 }
 

@@ -211,13 +211,14 @@ class Platform {
 
     virtual OSVersion GetVersionExA() = 0;
     /// The owners of the shell's processes (explorer.exe) in session 0, in the order of the query. Throws
-    /// std::runtime_error when the management service cannot be reached; a query that fails gives no records.
+    /// std::runtime_error when the management service cannot be reached. A query that breaks off gives the
+    /// records up to there.
     virtual std::vector<ProcessOwner> ShellProcessOwners() = 0;
     /// Every group membership of the machine. Throws std::runtime_error when it cannot be asked for.
     virtual std::vector<GroupUser> GroupUsers() = 0;
-    /// The names of the accounts with this security identifier: one, or none. Throws std::runtime_error when
-    /// the management service cannot be reached.
-    virtual std::vector<std::string> UserAccountNames(const std::string& sid) = 0;
+    /// For each security identifier the names of the accounts that have it: one, or none. The management
+    /// service is bound once for all. Throws std::runtime_error when it cannot be, or does not answer.
+    virtual std::vector<std::vector<std::string>> UserAccountNames(std::span<const std::string> sids) = 0;
     /// A variable of the examined session's environment; empty when it is not set.
     virtual std::string EnvironmentVariable(const std::string& name) = 0;
 

@@ -102,6 +102,17 @@ TEST_F(AccountListTest, AnUnknownIdentifierTakesTheNameBeforeIt) {
     EXPECT_EQ(accounts.GetAccountIndex("zoe"), 2);
 }
 
+TEST_F(AccountListTest, AllNamesAreLookedUpAtOnce) {
+    AddBossAndAnna();
+    Load();
+    EXPECT_EQ(platform.sidsLookedUp, std::vector<Strings>{Sids()});
+}
+
+TEST_F(AccountListTest, TheManagementServiceIsAskedForAlsoWithoutAProfile) {
+    accounts.LoadAccountNamesFromSID();
+    EXPECT_EQ(platform.sidsLookedUp, std::vector<Strings>{{}}) << "its failure is to show";
+}
+
 TEST_F(AccountListTest, TheLastOfSeveralNamesWins) {
     AddProfile(platform, kAnnaSid, "C:\\anna");
     platform.accountNames[kAnnaSid] = {"first", "last"};

@@ -569,10 +569,15 @@ std::vector<GroupUser> MemoryPlatform::GroupUsers() {
     return groupUsers;
 }
 
-std::vector<std::string> MemoryPlatform::UserAccountNames(const std::string& sid) {
+std::vector<std::vector<std::string>> MemoryPlatform::UserAccountNames(std::span<const std::string> sids) {
+    sidsLookedUp.emplace_back(sids.begin(), sids.end());
     ThrowIfManagementFails("UserAccountNames");
-    const auto names = accountNames.find(sid);
-    return names == accountNames.end() ? std::vector<std::string>() : names->second;
+    std::vector<std::vector<std::string>> names;
+    for (const std::string& sid : sids) {
+        const auto found = accountNames.find(sid);
+        names.push_back(found == accountNames.end() ? std::vector<std::string>() : found->second);
+    }
+    return names;
 }
 
 std::string MemoryPlatform::EnvironmentVariable(const std::string& name) {

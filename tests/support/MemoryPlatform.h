@@ -145,6 +145,8 @@ class MemoryPlatform : public Platform {
 
     // --- What the program asked for, in order.
 
+    /// The security identifiers of each look-up of names.
+    std::vector<std::vector<std::string>> sidsLookedUp;
     struct KeyOpened {
         KeyHandle key;
         std::string subKey;
@@ -200,7 +202,7 @@ class MemoryPlatform : public Platform {
     OSVersion GetVersionExA() override { return version; }
     std::vector<ProcessOwner> ShellProcessOwners() override;
     std::vector<GroupUser> GroupUsers() override;
-    std::vector<std::string> UserAccountNames(const std::string& sid) override;
+    std::vector<std::vector<std::string>> UserAccountNames(std::span<const std::string> sids) override;
     std::string EnvironmentVariable(const std::string& name) override;
 
     std::string ApplicationFolder() override { return applicationFolder; }

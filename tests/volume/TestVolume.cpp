@@ -109,4 +109,8 @@ std::unique_ptr<VolumePlatform> TestVolume::Make() {
     return Open();
 }
 
+std::vector<std::string> AccountNames(Platform& platform, const std::string& sid) {
+    return platform.UserAccountNames({&sid, 1}).at(0);
+}
+
 }  // namespace ostrevin

@@ -58,4 +58,7 @@ class TestVolume {
     std::vector<std::string> notices;
 };
 
+/// The names that the platform knows for one security identifier.
+[[nodiscard]] std::vector<std::string> AccountNames(Platform& platform, const std::string& sid);
+
 }  // namespace ostrevin

@@ -114,10 +114,10 @@ TEST_F(VolumePlatformTest, TheVersionIsThatOfTheMachine) {
 TEST_F(VolumePlatformTest, LocalNamesAreThoseOfTheAccountsManager) {
     volume_.AddLocalAccount(1005, "Светлана");
     const auto platform = volume_.Make();
-    EXPECT_THAT(platform->UserAccountNames(kAnnaSid), ElementsAre("anna"));
-    EXPECT_THAT(platform->UserAccountNames("s-1-5-21-1000-2000-3000-1004"), ElementsAre("bob"));
-    EXPECT_THAT(platform->UserAccountNames(std::string(kMachineSid) + "-1005"), ElementsAre("Светлана"));
-    EXPECT_THAT(platform->UserAccountNames(std::string(kMachineSid) + "-1006"), IsEmpty())
+    EXPECT_THAT(AccountNames(*platform, kAnnaSid), ElementsAre("anna"));
+    EXPECT_THAT(AccountNames(*platform, "s-1-5-21-1000-2000-3000-1004"), ElementsAre("bob"));
+    EXPECT_THAT(AccountNames(*platform, std::string(kMachineSid) + "-1005"), ElementsAre("Светлана"));
+    EXPECT_THAT(AccountNames(*platform, std::string(kMachineSid) + "-1006"), IsEmpty())
         << "a deleted account";
 }
 
@@ -127,15 +127,15 @@ TEST_F(VolumePlatformTest, WhatIsNoUsersIdentifierStaysUnknown) {
          {"S-1-5-18", "S-1-5-19", "", "S-1-5-21", "S-1-5-21-1-2-3", "S-1-5-21-7-8-9-1105.bak",
           "S-1-5-21-7-8-9-1105-1", "S-1-5-21-7-8-9-99999999999", "S-1-5-21-7-8-9-", "S-1-5-32-544",
           "S-1-5-21-7-8-9-x", "S-1-5-21-4-4-4-1000"}) {
-        EXPECT_THAT(platform->UserAccountNames(sid), IsEmpty()) << sid;
+        EXPECT_THAT(AccountNames(*platform, sid), IsEmpty()) << sid;
     }
 }
 
 TEST_F(VolumePlatformTest, DomainNamesAreThoseOfTheirLastLogon) {
-    EXPECT_THAT(volume_.Make()->UserAccountNames(kDomainSid), ElementsAre("carol.CORP"))
+    EXPECT_THAT(AccountNames(*volume_.Make(), kDomainSid), ElementsAre("carol.CORP"))
         << "the profile's folder";
     volume_.users.back().hive.Key(kExplorer).SetString("Logon User Name", "carol");
-    EXPECT_THAT(volume_.Make()->UserAccountNames(kDomainSid), ElementsAre("carol"));
+    EXPECT_THAT(AccountNames(*volume_.Make(), kDomainSid), ElementsAre("carol"));
     EXPECT_THAT(volume_.notices, IsEmpty());
 }
 
@@ -143,7 +143,7 @@ TEST_F(VolumePlatformTest, ADomainNameComesFromTheFolderWhenTheHiveCannotBeRead)
     volume_.Write();
     volume_.folder.Write("Documents and Settings/carol.CORP/NTUSER.DAT", "no hive");
     const auto platform = volume_.Open();
-    EXPECT_THAT(platform->UserAccountNames(kDomainSid), ElementsAre("carol.CORP"));
+    EXPECT_THAT(AccountNames(*platform, kDomainSid), ElementsAre("carol.CORP"));
     EXPECT_THAT(volume_.notices, ElementsAre(HasSubstr("NTUSER.DAT: ")));
 }
 
@@ -151,14 +151,14 @@ TEST_F(VolumePlatformTest, WithoutTheAccountsManagerProfilesNameTheirUsers) {
     volume_.Write();
     std::filesystem::remove(volume_.folder / "WINDOWS/system32/config/SAM");
     const auto platform = volume_.Open();
-    EXPECT_THAT(platform->UserAccountNames(kAnnaSid), ElementsAre("anna"));
+    EXPECT_THAT(AccountNames(*platform, kAnnaSid), ElementsAre("anna"));
     EXPECT_THAT(volume_.notices, ElementsAre(HasSubstr("SAM: ")));
 }
 
 TEST_F(VolumePlatformTest, HostileAccountValuesAreNoNames) {
     const auto name = [this](std::vector<std::byte> value) {
         volume_.sam.Key("SAM\\Domains\\Account\\Users\\000003EB").SetBinary("V", std::move(value));
-        return volume_.Make()->UserAccountNames(kAnnaSid);
+        return AccountNames(*volume_.Make(), kAnnaSid);
     };
     EXPECT_THAT(name({}), IsEmpty());
     EXPECT_THAT(name(std::vector<std::byte>(203)), IsEmpty());
@@ -434,7 +434,7 @@ TEST_F(VolumePlatformTest, AVolumeThatDisappearsLeavesWhatWasRead) {
     EXPECT_EQ(platform->RegLoadKeyA(kUsers, kBobSid, "C:\\Documents and Settings\\bob\\NTUSER.DAT"),
               kPathNotFound);
     EXPECT_EQ(platform->RegOpenKeyExA(kUsers, ".DEFAULT", 1, key), kFileNotFound);
-    EXPECT_THAT(platform->UserAccountNames(kAnnaSid), ElementsAre("anna"));
+    EXPECT_THAT(AccountNames(*platform, kAnnaSid), ElementsAre("anna"));
     EXPECT_EQ(platform->GroupUsers().size(), 1U) << "what is gone needs no rights";
     EXPECT_THAT(platform->ListDirectory("C:\\"), IsEmpty());
     EXPECT_EQ(platform->SpecialFolderPath(8), "C:\\Documents and Settings\\anna\\Recent");

@@ -442,7 +442,7 @@ TEST_F(VolumeRegistryTest, HivesAreReadOnlyWhenTheyAreNeeded) {
         volume_.folder.Write(file, std::string(600, 'x'));
     }
     const auto platform = volume_.Open();
-    EXPECT_EQ(platform->UserAccountNames(kBobSid), std::vector<std::string>{"bob"});
+    EXPECT_EQ(AccountNames(*platform, kBobSid), std::vector<std::string>{"bob"});
     EXPECT_EQ(TryOpen(*platform, kCurrentUser, ""), kSuccess);
     EXPECT_THAT(volume_.notices, IsEmpty());
     EXPECT_EQ(TryOpen(*platform, kUsers, ".DEFAULT"), kFileNotFound);

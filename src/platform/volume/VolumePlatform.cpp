@@ -186,9 +186,14 @@ std::vector<GroupUser> VolumePlatform::GroupUsers() {
     return administrator ? std::vector<GroupUser>{accounts_.Administratorship()} : std::vector<GroupUser>();
 }
 
-std::vector<std::string> VolumePlatform::UserAccountNames(const std::string& sid) {
-    const std::optional<std::string> name = accounts_.NameOf(sid);
-    return name ? std::vector<std::string>{*name} : std::vector<std::string>();
+std::vector<std::vector<std::string>> VolumePlatform::UserAccountNames(std::span<const std::string> sids) {
+    std::vector<std::vector<std::string>> names(sids.size());
+    for (std::size_t i = 0; i < sids.size(); ++i) {
+        if (const std::optional<std::string> name = accounts_.NameOf(sids[i])) {
+            names[i].push_back(*name);
+        }
+    }
+    return names;
 }
 
 std::string VolumePlatform::EnvironmentVariable(const std::string& name) {

@@ -56,7 +56,7 @@ class VolumePlatform final : public Platform {
     OSVersion GetVersionExA() override;
     std::vector<ProcessOwner> ShellProcessOwners() override;
     std::vector<GroupUser> GroupUsers() override;
-    std::vector<std::string> UserAccountNames(const std::string& sid) override;
+    std::vector<std::vector<std::string>> UserAccountNames(std::span<const std::string> sids) override;
     std::string EnvironmentVariable(const std::string& name) override;
 
     std::string ApplicationFolder() override;

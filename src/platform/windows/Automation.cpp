@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 #include <ole2.h>
+#include <vector>
 
 #include "platform/windows/AnsiText.h"
 
@@ -96,21 +97,23 @@ Variant AutomationObject::Get(const wchar_t* member, std::span<const VARIANT> ar
     return Invoke(number, arguments);
 }
 
-std::vector<AutomationObject> AutomationObject::Items() const {
+void AutomationObject::ForEach(const std::function<void(const AutomationObject&)>& take) const {
     Variant enumerator = Invoke(DISPID_NEWENUM, {});
     Variant unknown;
     Check(VariantChangeType(unknown.Get(), enumerator.Get(), 0, VT_UNKNOWN));
+    if (V_UNKNOWN(unknown.Get()) == nullptr) {
+        throw AutomationError(E_POINTER);
+    }
     ComPointer<IEnumVARIANT> items;
     Check(V_UNKNOWN(unknown.Get())->QueryInterface(IID_IEnumVARIANT, items.PutVoid()));
-    std::vector<AutomationObject> objects;
     for (;;) {
         Variant item;
         const HRESULT result = items->Next(1, item.Get(), nullptr);
         Check(result);
         if (result != S_OK) {
-            return objects;
+            return;
         }
-        objects.emplace_back(item);
+        take(AutomationObject(item));
     }
 }
 

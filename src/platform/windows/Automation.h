@@ -3,11 +3,11 @@
 
 #include <windows.h>
 #include <cstdint>
+#include <functional>
 #include <oaidl.h>
 #include <span>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "platform/windows/ComPointer.h"
 
@@ -52,8 +52,8 @@ class AutomationObject {
     /// A method or a property, between which a script does not tell. The arguments stand in the method's
     /// order.
     Variant Get(const wchar_t* member, std::span<const VARIANT> arguments = {}) const;
-    /// What a collection holds.
-    [[nodiscard]] std::vector<AutomationObject> Items() const;
+    /// Takes what a collection holds, one by one as it comes.
+    void ForEach(const std::function<void(const AutomationObject&)>& take) const;
 
   private:
     Variant Invoke(DISPID member, std::span<const VARIANT> arguments) const;

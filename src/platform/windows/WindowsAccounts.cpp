@@ -1,4 +1,6 @@
 #include <array>
+#include <functional>
+#include <stdexcept>
 #include <string>
 
 #include "platform/windows/AnsiText.h"
@@ -14,12 +16,36 @@ using windows::Variant;
 
 constexpr const wchar_t* kThisComputer = L"winmgmts:{impersonationLevel=impersonate}!\\\\.\\Root\\CIMV2";
 constexpr const wchar_t* kNamespace = L"winmgmts:{impersonationLevel=impersonate}!root\\CIMV2";
+constexpr const char* kName = "Windows Management Instrumentation";
 
-std::vector<AutomationObject> Query(const AutomationObject& service, const std::wstring& query) {
-    Variant text(query);
-    Variant records = service.Get(L"ExecQuery", {text.Get(), 1});
-    return AutomationObject(records).Items();
+AutomationObject Bind(const wchar_t* moniker) {
+    try {
+        return AutomationObject(moniker);
+    } catch (const AutomationError& error) {
+        throw std::runtime_error(std::string(kName) + " cannot be reached: " + error.what());
+    }
 }
+
+/// The management service, bound once. Failures are std::runtime_error and name it.
+class ManagementService {
+  public:
+    explicit ManagementService(const wchar_t* moniker) : service_(Bind(moniker)) {}
+
+    /// Takes the records of a query's answer, one by one as they come.
+    void Query(const std::wstring& query, const std::function<void(const AutomationObject&)>& take) const {
+        try {
+            Variant text(query);
+            Variant records = service_.Get(L"ExecQuery", {text.Get(), 1});
+            AutomationObject(records).ForEach(take);
+        } catch (const AutomationError& error) {
+            throw std::runtime_error(std::string(kName) + " does not answer \"" + windows::Utf8(query) +
+                                     "\": " + error.what());
+        }
+    }
+
+  private:
+    AutomationObject service_;
+};
 
 /// An argument into which the called method stores a value.
 VARIANT Output(Variant& value) {
@@ -41,39 +67,40 @@ ProcessOwner OwnerOf(const AutomationObject& process) {
 }  // namespace
 
 std::vector<ProcessOwner> WindowsPlatform::ShellProcessOwners() {
-    const AutomationObject service(kThisComputer);
+    const ManagementService service(kThisComputer);
     std::vector<ProcessOwner> owners;
     try {
-        for (const AutomationObject& process : Query(
-                 service, L"Select name from Win32_Process Where Name = 'explorer.exe' AND SessionId = 0")) {
-            try {
-                owners.push_back(OwnerOf(process));
-            } catch (const AutomationError&) {
-                // It may have ended since; the others can still be asked.
-            }
-        }
-    } catch (const AutomationError&) {
-        // Without an answer nobody is known to own the shell.
+        service.Query(L"Select name from Win32_Process Where Name = 'explorer.exe' AND SessionId = 0",
+                      [&](const AutomationObject& process) {
+                          try {
+                              owners.push_back(OwnerOf(process));
+                          } catch (const AutomationError&) {
+                              // It may have ended since; the others can still be asked.
+                          }
+                      });
+    } catch (const std::runtime_error&) {
+        // Whoever was told before the answer broke off counts.
     }
     return owners;
 }
 
 std::vector<GroupUser> WindowsPlatform::GroupUsers() {
-    const AutomationObject service(kThisComputer);
     std::vector<GroupUser> records;
-    for (const AutomationObject& record :
-         Query(service, L"Select GroupComponent, PartComponent from Win32_GroupUser")) {
-        records.push_back({record.Get(L"groupcomponent").Text(), record.Get(L"PartComponent").Text()});
-    }
+    ManagementService(kThisComputer)
+        .Query(L"Select GroupComponent, PartComponent from Win32_GroupUser", [&](const AutomationObject&
+                                                                                     record) {
+            records.push_back({record.Get(L"groupcomponent").Text(), record.Get(L"PartComponent").Text()});
+        });
     return records;
 }
 
-std::vector<std::string> WindowsPlatform::UserAccountNames(const std::string& sid) {
-    const AutomationObject service(kNamespace);
-    std::vector<std::string> names;
-    for (const AutomationObject& account :
-         Query(service, L"Select Name from Win32_UserAccount Where SID='" + windows::Wide(sid) + L"'")) {
-        names.push_back(account.Get(L"Name").Text());
+std::vector<std::vector<std::string>> WindowsPlatform::UserAccountNames(std::span<const std::string> sids) {
+    const ManagementService service(kNamespace);
+    std::vector<std::vector<std::string>> names(sids.size());
+    for (std::size_t i = 0; i < sids.size(); ++i) {
+        service.Query(
+            L"Select Name from Win32_UserAccount Where SID='" + windows::Wide(sids[i]) + L"'",
+            [&](const AutomationObject& account) { names[i].push_back(account.Get(L"Name").Text()); });
     }
     return names;
 }

@@ -38,7 +38,7 @@ class WindowsPlatform final : public Platform {
     // The management service's answers (WindowsAccounts.cpp).
     std::vector<ProcessOwner> ShellProcessOwners() override;
     std::vector<GroupUser> GroupUsers() override;
-    std::vector<std::string> UserAccountNames(const std::string& sid) override;
+    std::vector<std::vector<std::string>> UserAccountNames(std::span<const std::string> sids) override;
 
     // The host, its folders and its time (WindowsHost.cpp).
     void EnablePrivileges(std::span<const std::string> names) override;

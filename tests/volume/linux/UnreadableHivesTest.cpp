@@ -53,7 +53,7 @@ TEST_F(UnreadableHivesTest, AFifoOrFolderForAHiveHangsNothing) {
     volume_.folder.MakeFolder("Documents and Settings/anna/NTUSER.DAT");
     const auto platform = volume_.Open();
     EXPECT_EQ(platform->ShellProcessOwners().at(0).user, "anna");
-    EXPECT_THAT(platform->UserAccountNames(kDomainSid), ElementsAre("carol.CORP"));
+    EXPECT_THAT(AccountNames(*platform, kDomainSid), ElementsAre("carol.CORP"));
     EXPECT_THAT(platform->GroupUsers(), IsEmpty());
     KeyHandle key = 0;
     EXPECT_EQ(platform->RegOpenKeyExA(kCurrentUser, "Software", 1, key), kFileNotFound);

@@ -155,7 +155,8 @@ TEST(WindowsManagement, AnswersWithoutAFailure) {
     WindowsPlatform platform;
     EXPECT_NO_THROW(platform.ShellProcessOwners());
     EXPECT_NO_THROW(platform.GroupUsers());
-    EXPECT_TRUE(platform.UserAccountNames("S-1-5-21-7-7-7-1001").empty());
+    const std::vector<std::string> sids = {"S-1-5-21-7-7-7-1001"};
+    EXPECT_EQ(platform.UserAccountNames(sids), std::vector<std::vector<std::string>>(1));
 }
 
 }  // namespace
