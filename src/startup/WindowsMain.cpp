@@ -1,5 +1,6 @@
 // Entry point of the window program on Windows: the machine itself, or a volume.
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,9 +35,10 @@ void Tell(const std::string& line) {
 }
 
 /// The volume that is named, or the machine.
-std::unique_ptr<Platform> OpenPlatform(const std::vector<std::string>& arguments) {
+std::unique_ptr<Platform> OpenPlatform(const std::vector<std::string>& arguments,
+                                       const std::function<HWND()>& mainWindow) {
     if (arguments.empty()) {
-        return std::make_unique<WindowsPlatform>();
+        return std::make_unique<WindowsPlatform>(mainWindow);
     }
     return VolumePlatform::Open(arguments.front(), Tell,
                                 ostrevin::MakeWorkerDecoder(ostrevin::ProgramFile()));
@@ -55,8 +57,13 @@ int main() {
         return kUsage;
     }
     try {
-        const std::unique_ptr<Platform> platform = OpenPlatform(arguments);
+        const Program* running = nullptr;
+        const std::unique_ptr<Platform> platform = OpenPlatform(arguments, [&] {
+            const ostrevin::frmMain* form = running == nullptr ? nullptr : running->MainWindow();
+            return form == nullptr ? nullptr : Win32Toolkit::WindowOf(*form);
+        });
         Program program(*platform, toolkit);
+        running = &program;
         program.Main();
         return toolkit.Run();
     } catch (const std::exception& failure) {

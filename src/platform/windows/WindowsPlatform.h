@@ -2,21 +2,30 @@
 // where these take or give text of the registry and the shell. That text is converted here, at the call.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/Platform.h"
 #include "platform/windows/ComApartment.h"
 #include "platform/windows/WindowsDates.h"
 
+struct HWND__;  // what an HWND points to; Windows' own header would bring its macros along
+
 namespace ostrevin {
 
 class WindowsPlatform final : public Platform {
   public:
+    /// What the shell shows when it opens something belongs to the window that mainWindow gives, which may be
+    /// none.
+    explicit WindowsPlatform(std::function<HWND__*()> mainWindow = [] { return nullptr; })
+        : mainWindow_(std::move(mainWindow)) {}
+
     // Registry (WindowsRegistry.cpp).
     std::int32_t RegConnectRegistryA(const std::string& computer, KeyHandle root, KeyHandle& result) override;
     std::int32_t RegOpenKeyExA(KeyHandle key, const std::string& subKey, std::uint32_t access,
@@ -72,6 +81,7 @@ class WindowsPlatform final : public Platform {
                       int showCommand) override;
 
   private:
+    std::function<HWND__*()> mainWindow_;
     windows::ComApartment apartment_;
     windows::WindowsDates dates_;
 };

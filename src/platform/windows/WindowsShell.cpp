@@ -153,7 +153,7 @@ bool WindowsPlatform::StartProgram(const std::string& commandLine) {
 
 int WindowsPlatform::ShellExecuteA(const std::string& verb, const std::string& file,
                                    const std::string& folder, int showCommand) {
-    const HWND owner = GetActiveWindow();  // the one that the person acted in
+    const HWND owner = mainWindow_();
     const std::optional<std::string> ansiFile = windows::ExactAnsi(file);
     const std::optional<std::string> ansiFolder = windows::ExactAnsi(folder);
     // A path that the code page does not hold can be opened in the W form alone.

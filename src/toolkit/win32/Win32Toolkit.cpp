@@ -33,8 +33,8 @@ class Win32Cursor final : public Cursor {
 
 /// The window of a form; without one, the window in which the user works.
 HWND OwnerOf(const Form* form) {
-    const auto* view = form == nullptr ? nullptr : static_cast<Win32FormView*>(form->View());
-    return view == nullptr ? GetActiveWindow() : view->Window();
+    const HWND window = form == nullptr ? nullptr : Win32Toolkit::WindowOf(*form);
+    return window == nullptr ? GetActiveWindow() : window;
 }
 
 /// "HTML Files (*.htm)|*.htm" as the dialog has it: each part ends with a 0, the last with two.
@@ -134,6 +134,11 @@ void Win32Toolkit::Deliver(const std::function<void()>& action) {
         exitCode_ = 1;
         WakeLoop();
     }
+}
+
+HWND Win32Toolkit::WindowOf(const Form& form) {
+    const auto* view = static_cast<Win32FormView*>(form.View());
+    return view == nullptr ? nullptr : view->Window();
 }
 
 void Win32Toolkit::FormClosed() {

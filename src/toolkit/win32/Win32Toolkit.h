@@ -34,6 +34,8 @@ class Win32Toolkit final : public Toolkit {
     /// Hands what a person did to the controls. A failure that comes out of them is shown in a box and ends
     /// the program with exit code 1.
     void Deliver(const std::function<void()>& action);
+    /// The window of a form; null when it is not loaded.
+    [[nodiscard]] static HWND WindowOf(const Form& form);
     /// The system's font for windows, or the one that the control asks for.
     [[nodiscard]] HFONT FontOf(const Control& control) { return fonts_.Get(control.FontName()); }
 
