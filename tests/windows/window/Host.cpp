@@ -49,6 +49,17 @@ std::string ReadTestFile(const std::wstring& name) {
     return bytes;
 }
 
+void WriteTestFile(const std::wstring& name, const std::string& bytes) {
+    const HANDLE file = CreateFileW(TestPath(name).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                    CREATE_ALWAYS, 0, nullptr);
+    DWORD written = 0;
+    if (file == INVALID_HANDLE_VALUE ||
+        ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) == FALSE) {
+        throw std::runtime_error("cannot write " + win32::Utf8(name));
+    }
+    CloseHandle(file);
+}
+
 void SetUpWine() {
     SetInRegistry(L"Software\\Wine\\AppDefaults\\ostrevin.exe\\X11 Driver", L"Managed", L"N");
     SetInRegistry(L"Software\\Wine\\WineBrowser", L"Browsers", HostPath(L"browser"));

@@ -12,6 +12,9 @@ namespace ostrevin {
 /// The bytes of a file there; empty for none.
 [[nodiscard]] std::string ReadTestFile(const std::wstring& name);
 
+/// Writes a file there, in place of what it held.
+void WriteTestFile(const std::wstring& name, const std::string& bytes);
+
 /// Makes Wine draw the frames of the program's windows and give them the keyboard itself, with no window
 /// manager that would do so in its own time; and hand addresses to the program "browser" in the test's
 /// folder.

@@ -58,14 +58,12 @@ bool Await(const std::function<bool()>& isSo) {
     return true;
 }
 
+RunningProgram::RunningProgram(const std::wstring& program) {
+    Start(program, L"\"" + program + L"\"");
+}
+
 RunningProgram::RunningProgram(const std::wstring& program, const std::wstring& volume) {
-    std::wstring command = L"\"" + program + L"\" \"" + volume + L"\"";
-    STARTUPINFOW startup{};
-    startup.cb = sizeof(startup);
-    if (CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                       &startup, &process_) == FALSE) {
-        throw std::runtime_error(win32::Utf8(program) + " cannot be started");
-    }
+    Start(program, L"\"" + program + L"\" \"" + volume + L"\"");
     try {
         AwaitStart();
     } catch (...) {
@@ -81,6 +79,15 @@ RunningProgram::~RunningProgram() {
     }
     CloseHandle(process_.hThread);
     CloseHandle(process_.hProcess);
+}
+
+void RunningProgram::Start(const std::wstring& program, std::wstring command) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    if (CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                       &startup, &process_) == FALSE) {
+        throw std::runtime_error(win32::Utf8(program) + " cannot be started");
+    }
 }
 
 void RunningProgram::AwaitStart() {

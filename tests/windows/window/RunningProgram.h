@@ -13,14 +13,17 @@ bool Await(const std::function<bool()>& isSo);
 
 class RunningProgram {
   public:
-    /// Starts a program on a volume and waits for its main window. Raises std::runtime_error when it shows
-    /// another one, or ends.
+    /// Starts a program on the machine itself and waits for nothing. There is no main window yet.
+    explicit RunningProgram(const std::wstring& program);
+    /// Starts a program on a volume and waits for its main window, as AwaitStart does.
     RunningProgram(const std::wstring& program, const std::wstring& volume);
     RunningProgram(const RunningProgram&) = delete;
     RunningProgram& operator=(const RunningProgram&) = delete;
     /// Ends the program, if it still runs.
     ~RunningProgram();
 
+    /// Waits for the main window. Raises std::runtime_error when the program shows another one, or ends.
+    void AwaitStart();
     [[nodiscard]] HWND MainWindow() const { return mainWindow_; }
     /// The windows with a caption that are in sight besides the main window.
     [[nodiscard]] std::vector<HWND> Dialogs() const;
@@ -36,7 +39,7 @@ class RunningProgram {
     [[nodiscard]] DWORD AwaitEnd() const;
 
   private:
-    void AwaitStart();
+    void Start(const std::wstring& program, std::wstring command);
     [[nodiscard]] bool HasEnded() const;
     [[nodiscard]] std::vector<HWND> Windows() const;
 

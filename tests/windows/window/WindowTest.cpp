@@ -21,31 +21,13 @@
 #include "tests/windows/window/Reading.h"
 #include "tests/windows/window/RemoteMemory.h"
 #include "tests/windows/window/RunningProgram.h"
+#include "tests/windows/window/UsedWindow.h"
 #include "toolkit/win32/Text.h"
 
 namespace ostrevin {
 namespace {
 
-enum Tab { kPrograms, kRecent, kOpenSave, kHistory, kTyped };
-enum Button { kPreview, kReport, kFilter, kFind };
-enum Menu { kFile, kEdit, kReporting, kOptions, kHelp };
-
-constexpr std::array<Tab, 5> kTabs = {kPrograms, kRecent, kOpenSave, kHistory, kTyped};
-const Texts kTabTexts = {"Programs", "Recent Docs", "Open / Save", "IE History", "Typed URLs"};
 const Texts kNodeTexts = {"Programs", "Recent Documents", "Opened/Saved Docs", "IE History", "Typed URLs"};
-
-using Table = std::vector<Texts>;
-
-/// Asks again and again until the answer is the expected one.
-template <typename Get, typename Value>
-void ExpectBecomes(const Get& get, const Value& expected, const std::string& what = {}) {
-    auto answer = get();
-    Await([&] {
-        answer = get();
-        return answer == expected;
-    });
-    EXPECT_EQ(answer, expected) << what;
-}
 
 std::wstring NameOfTest() {
     return win32::Wide(::testing::UnitTest::GetInstance()->current_test_info()->name());
@@ -78,10 +60,6 @@ RECT AreaOf(HWND window) {
     return area;
 }
 
-LONG WidthOf(const RECT& area) {
-    return area.right - area.left;
-}
-
 /// The colours in an area of the screen.
 std::set<COLORREF> ColorsOfScreen(const RECT& area) {
     const HDC screen = GetDC(nullptr);
@@ -103,26 +81,17 @@ std::set<COLORREF> ColorsOfScreen(const RECT& area) {
     return colors;
 }
 
-void ClickOn(HWND window) {
-    RECT area{};
-    GetClientRect(window, &area);
-    Click(window, MiddleOf(area));
-}
+/// The program that a test begins with.
+struct ProgramOnVolume {
+    const std::wstring path = InstallProgram();
+    RunningProgram program{path, TestPath(L"volume")};
+};
 
-HWND ButtonCalled(HWND dialog, const std::string& caption) {
-    for (const HWND button : ShownChildren(dialog, L"Button")) {
-        if (TextOf(button) == caption) {
-            return button;
-        }
-    }
-    throw std::runtime_error("there is no button " + caption);
-}
-
-class WindowTest : public ::testing::Test {
+class WindowTest : public ::testing::Test, protected ProgramOnVolume, protected UsedWindow {
   protected:
     static void SetUpTestSuite() { SetUpWine(); }
 
-    WindowTest() {
+    WindowTest() : UsedWindow(program) {
         for (const Entry& account : ReadJsonLines(ReadTestFile(L"accounts.jsonl"))) {
             if (!account.at("name").empty()) {
                 accounts.push_back(account);
@@ -136,28 +105,10 @@ class WindowTest : public ::testing::Test {
         }
     }
 
-    /// The list in sight; while the pages change there is none.
-    [[nodiscard]] HWND List() const {
-        HWND list = nullptr;
-        Await([&] {
-            const std::vector<HWND> shown = ShownChildren(window, WC_LISTVIEWW);
-            list = shown.size() == 1 ? shown.front() : nullptr;
-            return list != nullptr;
-        });
-        return list;
-    }
-    [[nodiscard]] HTREEITEM NodeOf(std::size_t account) const { return Nodes(tree).at(account).handle; }
-    [[nodiscard]] HTREEITEM NodeOf(std::size_t account, Tab tab) const {
-        return Nodes(tree).at(account).children.at(tab).handle;
-    }
     [[nodiscard]] Table Expected(std::size_t account, Tab tab) const {
         return RowsOf(entries, accounts.at(account).at("sid"), tab);
     }
 
-    void ClickNode(HTREEITEM node) const {
-        Send(tree, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(node));
-        Click(tree, MiddleOf(NodeBounds(tree, node)));
-    }
     /// Clicks a node and waits until its list is filled.
     void Choose(std::size_t account, Tab tab) const {
         ClickNode(NodeOf(account, tab));
@@ -165,8 +116,6 @@ class WindowTest : public ::testing::Test {
         ExpectBecomes([&] { return Rows(List()); }, Expected(account, tab),
                       accounts.at(account).at("name") + ", " + kTabTexts.at(tab));
     }
-    void ClickTab(Tab tab) const { Click(tabs, MiddleOf(TabBounds(tabs, tab))); }
-    void ClickButton(Button button) const { Click(toolBar, MiddleOf(ButtonBounds(toolBar, button))); }
     /// Clicks at different places of the header by turns, because two clicks at one would be a double click.
     void ClickColumn(int column) {
         RECT bounds = ColumnBounds(HeaderOf(List()), column);
@@ -174,16 +123,6 @@ class WindowTest : public ::testing::Test {
         bounds.right = bounds.left + (leftOfColumn ? third : 2 * third);
         leftOfColumn = !leftOfColumn;
         Click(HeaderOf(List()), {bounds.right, (bounds.top + bounds.bottom) / 2});
-    }
-    /// The begin of a row, which is in sight whatever the width of the columns.
-    [[nodiscard]] RECT CellBounds(std::size_t row) const {
-        RECT bounds = RowBounds(List(), static_cast<int>(row));
-        bounds.right = bounds.left + 100;
-        return bounds;
-    }
-    void ClickRow(std::size_t row) const {
-        Send(List(), LVM_ENSUREVISIBLE, row, FALSE);
-        Click(List(), MiddleOf(CellBounds(row)));
     }
     /// The row of a document with this name.
     [[nodiscard]] std::size_t RowOf(const std::string& name) const {
@@ -193,46 +132,13 @@ class WindowTest : public ::testing::Test {
         });
         return static_cast<std::size_t>(found - documents.begin());
     }
-    [[nodiscard]] bool Pressed(Button button) const { return IsPressed(toolBar, button); }
-
-    /// Opens a menu and chooses one of its items by keys; both count from 0.
-    void ChooseMenu(Menu menu, int item) const {
-        if (program.Focus() == tree) {
-            Press(VK_TAB);  // Wine's tree view takes F10 for itself
-            Await([this] { return program.Focus() != tree; });
-        }
-        Press(VK_F10);
-        for (int i = 0; i < menu; ++i) {
-            Press(VK_RIGHT);
-        }
-        Press(VK_DOWN);
-        for (int i = 0; i < item; ++i) {
-            Press(VK_DOWN);
-        }
-        Press(VK_RETURN);
-    }
     /// Reads a message box and confirms it.
     [[nodiscard]] std::string ConfirmMessage(const std::wstring& picture) const {
-        const HWND box = program.AwaitDialog("Ostrevin");
-        std::string text;
-        for (const HWND label : ShownChildren(box, L"Static")) {
-            text += TextOf(label);
-        }
-        Photograph(picture);
-        Press(VK_RETURN);
-        Await([&] { return IsWindow(box) == FALSE; });
-        return text;
+        return ostrevin::ConfirmMessage(program, picture);
     }
 
     const std::vector<Entry> entries = ReadJsonLines(ReadTestFile(L"entries.jsonl"));
     std::vector<Entry> accounts;
-    const std::wstring path = InstallProgram();
-    RunningProgram program{path, TestPath(L"volume")};
-    const HWND window = program.MainWindow();
-    const HWND tree = ShownChild(window, WC_TREEVIEWW);
-    const HWND tabs = ShownChild(window, WC_TABCONTROLW);
-    const HWND toolBar = ShownChild(window, TOOLBARCLASSNAMEW);
-    const HWND statusBar = ShownChild(window, STATUSCLASSNAMEW);
     bool leftOfColumn = true;
 };
 
