@@ -256,6 +256,17 @@ TEST_F(QtDialogTest, ACancelledSaveDialogGivesNoName) {
     EXPECT_EQ(toolkit.ShowSave(nullptr, {"Where to", "HTML Files (*.htm)|*.htm", "a.htm"}), "");
 }
 
+TEST_F(QtDialogTest, NoFileIsRenamedOrDeletedFromAFileDialog) {
+    std::vector<bool> readOnly;
+    const DialogUser user([&](QFileDialog& dialog) {
+        readOnly.push_back(dialog.testOption(QFileDialog::ReadOnly));
+        dialog.reject();
+    });
+    EXPECT_EQ(toolkit.ShowSave(nullptr, {"Where to", "HTML Files (*.htm)|*.htm", ""}), "");
+    EXPECT_EQ(toolkit.ChooseFolder("Which volume"), "");
+    EXPECT_EQ(readOnly, (std::vector<bool>{true, true}));
+}
+
 /// A box with a bar in it, beside a list that can be hidden.
 class SampleWindow : public Form {
   public:

@@ -35,6 +35,7 @@
 #include "settings/IniFile.h"
 #include "tests/report/ReportMachine.h"
 #include "tests/support/ScratchFolder.h"
+#include "tests/toolkit/ClumsyHands.h"
 #include "tests/toolkit/QtFormTest.h"
 #include "toolkit/qt/QtToolkit.h"
 #include "ui/frmMain.h"
@@ -48,6 +49,8 @@ constexpr char kAnna[] = "S-1-5-21-1-2-3-1001";
 constexpr char kOut[] = "C:\\Out\\report.htm";
 constexpr std::uint64_t kDay = 864000000000ULL;
 constexpr QRgb kPictureColor = 0xFF3366CC;
+constexpr std::array<const char*, 5> kLists = {"lstProgram", "lstRecent", "lstOpenSave", "lstIEHistory",
+                                               "lstTypedURL"};
 
 void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QWidget* focus = QApplication::focusWidget();
@@ -181,6 +184,28 @@ class QtMainWindowTest : public QtFormTest {
             texts.push_back(model.index(row, 0).data().toString().toStdString());
         }
         return texts;
+    }
+    /// The tree, the tabs and the list in front show what their controls hold, and the same account's traces.
+    void ExpectAgreement() {
+        const std::array<ListView*, 5> lists = {&form.lstProgram, &form.lstRecent, &form.lstOpenSave,
+                                                &form.lstIEHistory, &form.lstTypedURL};
+        const auto tab = static_cast<std::size_t>(form.TabStrip.SelectedTab() - 1);
+        EXPECT_EQ(Find<QTabWidget>("TabStrip").currentIndex(), static_cast<int>(tab));
+        const ListItem* row = lists.at(tab)->SelectedItem();
+        EXPECT_EQ(SelectedRow(kLists.at(tab)), row == nullptr ? "" : row->Text());
+        const auto& tree = Find<QTreeWidget>("treeUsers");
+        const TreeNode* node = form.treeUsers.SelectedItem();
+        ASSERT_EQ(tree.currentItem() == nullptr, node == nullptr);
+        EXPECT_EQ(tree.selectedItems(),
+                  node == nullptr ? QList<QTreeWidgetItem*>() : QList{tree.currentItem()});
+        if (node != nullptr) {
+            EXPECT_EQ(tree.currentItem()->text(0).toStdString(), node->Text());
+        }
+        if (node != nullptr && node->Parent() != nullptr) {
+            EXPECT_EQ(tree.currentItem()->parent()->text(0).toStdString(), node->Parent()->Text());
+            EXPECT_EQ(node->Parent()->Children()[tab].get(), node);
+            EXPECT_EQ(lists.at(tab)->Tag(), node->Parent()->Key());
+        }
     }
     [[nodiscard]] std::string SelectedRow(const char* list) const {
         const QModelIndexList selected = Find<QTreeView>(list).selectionModel()->selectedRows();
@@ -447,6 +472,36 @@ TEST_F(QtMainWindowTest, TheAboutBoxIsInTheHelpMenu) {
     EXPECT_EQ(texts[0].find("Version : "), 0U);
 }
 
+TEST_F(QtMainWindowTest, TreeTabsAndListsAgreeWhateverIsDone) {
+    constexpr int kInputs = 600;
+    testing::ClumsyHands hands(20061231);
+    auto& tree = Find<QTreeWidget>("treeUsers");
+    auto& tabs = *Find<QTabWidget>("TabStrip").tabBar();
+    int chosen = 0;
+    for (int i = 0; i < kInputs; ++i) {
+        const int tab = form.TabStrip.SelectedTab();
+        const char* name = kLists.at(static_cast<std::size_t>(tab - 1));
+        switch (hands.Below(8)) {
+            case 0:
+                Click(tabs, tabs.tabRect(hands.Below(tabs.count())).center());
+                break;
+            case 1:
+            case 2:
+            case 3:
+                hands.ActOn(tree);
+                break;
+            default:
+                hands.ActOn(Find<QTreeView>(name));
+        }
+        QTest::qWait(0);
+        ExpectAgreement();
+        ASSERT_FALSE(HasFailure()) << "input " << i;
+        chosen += SelectedRow("lstTypedURL").empty() && SelectedRow("lstProgram").empty() ? 0 : 1;
+    }
+    EXPECT_GT(chosen, kInputs / 8);
+    EXPECT_EQ(person.messages, (Strings{}));
+}
+
 /// A name for what has the focus.
 std::string NameOf(const QWidget& widget) {
     const auto* button = qobject_cast<const QToolButton*>(&widget);
@@ -482,11 +537,9 @@ TEST_F(QtMainWindowTest, TabReachesEverythingInTheWindow) {
     Window().resize(1020, 700);
     QTest::qWait(0);
     ClickButton("SHOWPREVIEW");
-    const std::array<const char*, 5> lists = {"lstProgram", "lstRecent", "lstOpenSave", "lstIEHistory",
-                                              "lstTypedURL"};
     for (int tab = 0; tab < 5; ++tab) {
         ClickNode("anna", tab);
-        const std::string list = lists.at(static_cast<std::size_t>(tab));
+        const std::string list = kLists.at(static_cast<std::size_t>(tab));
         EXPECT_EQ(TabWalk(), (Strings{"treeUsers", "tabs", list, "header of " + list, "SHOWPREVIEW", "REPORT",
                                       "FILTER", "FIND"}));
     }

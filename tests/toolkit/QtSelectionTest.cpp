@@ -1,8 +1,6 @@
 // What is highlighted in a tree or a list, what is current there and what the control holds are one, whatever
 // a person does with mouse and keyboard.
-#include <array>
 #include <gtest/gtest.h>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -15,12 +13,12 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
-#include <QWheelEvent>
 
 #include "controls/Form.h"
 #include "controls/Inputs.h"
 #include "controls/ListView.h"
 #include "controls/TreeView.h"
+#include "tests/toolkit/ClumsyHands.h"
 #include "tests/toolkit/QtFormTest.h"
 #include "toolkit/qt/QtToolkit.h"
 
@@ -28,6 +26,7 @@ namespace ostrevin {
 namespace {
 
 using Strings = std::vector<std::string>;
+using testing::SendMouse;
 
 constexpr int kRows = 40;
 
@@ -112,26 +111,20 @@ class QtSelectionTest : public QtFormTest {
     /// Presses, slips to another place, within or outside of the view, and lets go there.
     void Drag(QAbstractScrollArea& view, const QPoint& from, const QPoint& to,
               Qt::KeyboardModifiers modifiers = {}) const {
-        Send(view, QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton, modifiers);
+        SendMouse(view, QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton, modifiers);
         for (int step = 1; step <= 4; ++step) {
-            Send(view, QEvent::MouseMove, from + (to - from) * step / 4, Qt::NoButton, Qt::LeftButton,
-                 modifiers);
+            SendMouse(view, QEvent::MouseMove, from + (to - from) * step / 4, Qt::NoButton, Qt::LeftButton,
+                      modifiers);
         }
-        Send(view, QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton, modifiers);
+        SendMouse(view, QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton, modifiers);
         QTest::qWait(0);
     }
     void DoubleClick(QAbstractScrollArea& view, const QPoint& place,
                      Qt::MouseButton button = Qt::LeftButton) const {
         Click(view, place, {}, button);
-        Send(view, QEvent::MouseButtonDblClick, place, button, button, {});
-        Send(view, QEvent::MouseButtonRelease, place, button, Qt::NoButton, {});
+        SendMouse(view, QEvent::MouseButtonDblClick, place, button, button, {});
+        SendMouse(view, QEvent::MouseButtonRelease, place, button, Qt::NoButton, {});
     }
-    void Send(QAbstractScrollArea& view, QEvent::Type type, const QPoint& place, Qt::MouseButton button,
-              Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers) const {
-        QMouseEvent event(type, place, view.viewport()->mapToGlobal(place), button, buttons, modifiers);
-        QApplication::sendEvent(view.viewport(), &event);
-    }
-
     /// Of the item that the view highlights and has current; what is amiss, if these are not one.
     [[nodiscard]] static std::string ShownAsSelected(const QTreeView& view) {
         const QItemSelectionModel& selection = *view.selectionModel();
@@ -347,7 +340,7 @@ TEST_F(QtSelectionTest, APressBesideTheTextOfANodeSelectsIt) {
 TEST_F(QtSelectionTest, ADoubleClickOpensTheRowThatIsUnderTheMouse) {
     DoubleClick(*list, RowAt(1));
     EXPECT_EQ(chosen, (Strings{"b row 1", "open b row 1"}));
-    Send(*list, QEvent::MouseButtonDblClick, RowAt(2), Qt::LeftButton, Qt::LeftButton, {});
+    SendMouse(*list, QEvent::MouseButtonDblClick, RowAt(2), Qt::LeftButton, Qt::LeftButton, {});
     EXPECT_EQ(chosen, (Strings{"b row 1", "open b row 1", "c row 2", "open c row 2"}));
     ExpectOne();
     chosen.clear();
@@ -429,12 +422,12 @@ TEST_F(QtSelectionTest, AFormThatComesUpWhileARowIsPressed) {
     };
     form.list.ItemClick = [&](ListItem& /*item*/) { ask(); };
     form.tree.NodeClick = [&](TreeNode& /*node*/) { ask(); };
-    Send(*list, QEvent::MouseButtonPress, RowAt(2), Qt::LeftButton, Qt::LeftButton, {});
-    Send(*list, QEvent::MouseMove, RowAt(5), Qt::NoButton, Qt::NoButton, {});
+    SendMouse(*list, QEvent::MouseButtonPress, RowAt(2), Qt::LeftButton, Qt::LeftButton, {});
+    SendMouse(*list, QEvent::MouseMove, RowAt(5), Qt::NoButton, Qt::NoButton, {});
     ExpectOne();
     EXPECT_EQ(SelectedRow(), "c row 2");
-    Send(*tree, QEvent::MouseButtonPress, NodeAt("carl"), Qt::LeftButton, Qt::LeftButton, {});
-    Send(*tree, QEvent::MouseMove, NodeAt("anna"), Qt::NoButton, Qt::NoButton, {});
+    SendMouse(*tree, QEvent::MouseButtonPress, NodeAt("carl"), Qt::LeftButton, Qt::LeftButton, {});
+    SendMouse(*tree, QEvent::MouseMove, NodeAt("anna"), Qt::NoButton, Qt::NoButton, {});
     ExpectOne();
     EXPECT_EQ(SelectedNode(), "carl");
     QTest::keyClick(tree, Qt::Key_Up);
@@ -444,12 +437,12 @@ TEST_F(QtSelectionTest, AFormThatComesUpWhileARowIsPressed) {
 
 TEST_F(QtSelectionTest, TheFormMayGoWhileARowOrANodeIsPressed) {
     form.list.ItemClick = [this](ListItem& /*item*/) { form.Unload(); };
-    Send(*list, QEvent::MouseButtonPress, RowAt(2), Qt::LeftButton, Qt::LeftButton, {});
+    SendMouse(*list, QEvent::MouseButtonPress, RowAt(2), Qt::LeftButton, Qt::LeftButton, {});
     EXPECT_FALSE(form.Loaded());
     form.Show();
     tree = &Find<QTreeWidget>("tree");
     form.tree.NodeClick = [this](TreeNode& /*node*/) { form.Unload(); };
-    Send(*tree, QEvent::MouseButtonPress, NodeAt("carl"), Qt::LeftButton, Qt::LeftButton, {});
+    SendMouse(*tree, QEvent::MouseButtonPress, NodeAt("carl"), Qt::LeftButton, Qt::LeftButton, {});
     EXPECT_FALSE(form.Loaded());
     form.Show();
     QTest::keyClick(&Find<QTreeWidget>("tree"), Qt::Key_Up);
@@ -502,92 +495,26 @@ TEST_F(QtSelectionTest, TheMarkOfTheSortPointsUpForAscending) {
     EXPECT_GT(mark.front(), mark.back());
 }
 
-/// One input of a person after another, whatever it may be good for.
 TEST_F(QtSelectionTest, WhateverIsDone) {
-    std::mt19937 random(20061231);
-    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
-    constexpr std::array kKeys = {
-        Qt::Key_Down,   Qt::Key_Down,  Qt::Key_Up,       Qt::Key_Up,     Qt::Key_PageDown,
-        Qt::Key_PageUp, Qt::Key_Home,  Qt::Key_End,      Qt::Key_Left,   Qt::Key_Right,
-        Qt::Key_Space,  Qt::Key_A,     Qt::Key_B,        Qt::Key_R,      Qt::Key_T,
-        Qt::Key_Plus,   Qt::Key_Minus, Qt::Key_Asterisk, Qt::Key_F2,     Qt::Key_Select,
-        Qt::Key_Return, Qt::Key_Tab,   Qt::Key_Backtab,  Qt::Key_Delete, Qt::Key_Menu};
-    constexpr std::array kModifiers = {Qt::NoModifier, Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier,
-                                       Qt::AltModifier};
-    constexpr std::array kButtons = {Qt::LeftButton, Qt::LeftButton, Qt::LeftButton, Qt::RightButton,
-                                     Qt::MiddleButton};
     constexpr int kInputs = 2000;
+    testing::ClumsyHands hands(20061231);
     int selected = 0;
-    Qt::MouseButtons held;
     for (int i = 0; i < kInputs; ++i) {
-        QTreeView& view = below(2) == 0 ? *static_cast<QTreeView*>(tree) : *list;
-        const Qt::KeyboardModifiers modifiers = kModifiers.at(random() % kModifiers.size());
-        const Qt::MouseButton button = kButtons.at(random() % kButtons.size());
-        const QPoint place(below(view.viewport()->width() + 80) - 40,
-                           below(view.viewport()->height() + 80) - 40);
-        const int input = below(20);
-        switch (input) {
-            case 0:
-            case 1:
-            case 2:
-                held |= button;
-                Send(view, QEvent::MouseButtonPress, place, button, held, modifiers);
-                break;
-            case 3:
-            case 4:
-            case 5:
-                Send(view, QEvent::MouseMove, place, Qt::NoButton, held, modifiers);
-                break;
-            case 6:
-            case 7:
-                held &= ~Qt::MouseButtons(button);
-                Send(view, QEvent::MouseButtonRelease, place, button, held, modifiers);
-                break;
-            case 8:
-                Send(view, QEvent::MouseButtonDblClick, place, button, held, modifiers);
-                break;
-            case 9: {
-                const QPoint turn(0, below(2) == 0 ? 120 : -120);
-                QWheelEvent wheel(place, view.viewport()->mapToGlobal(place), {}, turn, held, modifiers,
-                                  Qt::NoScrollPhase, false);
-                QApplication::sendEvent(view.viewport(), &wheel);
-                break;
-            }
-            case 10:
-            case 11:
-            case 12:
-            case 13:
-                QTest::keyClick(&view, kKeys.at(random() % kKeys.size()), modifiers);
-                break;
-            case 14:
-                view.setFocus(Qt::TabFocusReason);
-                break;
-            case 15: {
-                QWidget* header = list->header()->viewport();
-                const QPoint from(below(header->width()), header->height() / 2);
-                QTest::mousePress(header, Qt::LeftButton, modifiers, from);
-                QTest::mouseMove(header, QPoint(below(header->width()), header->height() / 2));
-                QTest::mouseRelease(header, Qt::LeftButton, modifiers, from);
-                break;
-            }
-            case 16:
-                form.tree.Select(*form.tree.Roots()[random() % 4]->Children()[random() % 3]);
-                break;
-            case 17:
-                form.list.Select(form.list.ItemCount() == 0 || below(4) == 0
-                                     ? nullptr
-                                     : &form.list.Item(random() % form.list.ItemCount() + 1));
-                break;
-            case 18:
-                form.Fill(below(kRows));
-                break;
-            case 19:
-                if (form.list.ItemCount() > 0) {
-                    form.list.Remove(form.list.Item(random() % form.list.ItemCount() + 1));
-                }
-                break;
-            default:
-                break;
+        const auto rows = static_cast<int>(form.list.ItemCount());
+        const auto anyRow = [&]() -> ListItem& {
+            return form.list.Item(static_cast<std::size_t>(hands.Below(rows)) + 1);
+        };
+        const int input = hands.Below(20);
+        if (input == 0) {
+            form.tree.Select(*hands.OneOf(hands.OneOf(form.tree.Roots())->Children()));
+        } else if (input == 1) {
+            form.list.Select(rows == 0 || hands.Below(4) == 0 ? nullptr : &anyRow());
+        } else if (input == 2) {
+            form.Fill(hands.Below(kRows));
+        } else if (input == 3 && rows > 0) {
+            form.list.Remove(anyRow());
+        } else {
+            hands.ActOn(hands.Below(2) == 0 ? *static_cast<QTreeView*>(tree) : *list);
         }
         QTest::qWait(0);
         ExpectOne();

@@ -70,6 +70,7 @@ std::string QtToolkit::ShowSave(Form* owner, const SaveRequest& request) {
     QFileDialog dialog(WindowOf(owner), Text(request.title), {}, NameFilters(request.filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setOption(QFileDialog::ReadOnly);  // no file is renamed or deleted from there
     dialog.selectFile(Text(request.fileName));
     return dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()
                ? dialog.selectedFiles().front().toStdString()
@@ -125,7 +126,9 @@ std::vector<std::size_t> QtToolkit::RankTexts(std::span<const std::string_view> 
 }
 
 std::string QtToolkit::ChooseFolder(const std::string& caption) {
-    return QFileDialog::getExistingDirectory(nullptr, Text(caption)).toStdString();
+    return QFileDialog::getExistingDirectory(nullptr, Text(caption), {},
+                                             QFileDialog::ShowDirsOnly | QFileDialog::ReadOnly)
+        .toStdString();
 }
 
 int QtToolkit::Run() {
