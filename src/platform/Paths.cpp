@@ -3,6 +3,11 @@
 #include <exception>
 
 namespace ostrevin {
+namespace {
+
+constexpr int kShowNormal = 1;
+
+}  // namespace
 
 std::string GetAppFolder(Platform& platform) {
     std::string folder = platform.ApplicationFolder();
@@ -42,8 +47,11 @@ bool FileExists(Platform& platform, const std::string& path) {
 }
 
 int ShellOpenDocument(Platform& platform, const std::string& path) {
-    constexpr int kShowNormal = 1;
     return platform.ShellExecuteA("open", path, GetFolderOfPath(path), kShowNormal);
+}
+
+int ShellOpenOwnFile(Platform& platform, const std::string& path) {
+    return platform.OpenOwnFile(path, GetFolderOfPath(path), kShowNormal);
 }
 
 }  // namespace ostrevin

@@ -27,5 +27,7 @@ enum SpecialFolder : int {
 [[nodiscard]] bool FileExists(Platform& platform, const std::string& path);
 /// Opens a document, a link or an address with what the shell associates with it; greater than 32 on success.
 int ShellOpenDocument(Platform& platform, const std::string& path);
+/// The same for a report that the program wrote, or its manual.
+int ShellOpenOwnFile(Platform& platform, const std::string& path);
 
 }  // namespace ostrevin

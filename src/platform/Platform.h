@@ -239,7 +239,7 @@ class Platform {
     /// Null when it is not a file that can be read.
     virtual std::unique_ptr<InputFile> OpenFile(const std::string& path) = 0;
     /// Opens a file of the program's own for writing: a missing one is created, what another one held is
-    /// gone. From then on PathFileExistsA finds it and ShellExecuteA opens it by exactly this path. Raises
+    /// gone. From then on OwnFileExists finds it and OpenOwnFile opens it by exactly this path. Raises
     /// RuntimeError when it cannot be written.
     virtual std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path) = 0;
     /// Makes a folder for such files in one that exists; one that is there stays as it is. Raises
@@ -255,6 +255,13 @@ class Platform {
     /// Opens a document or an address; greater than 32 on success, else the shell's error number.
     virtual int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,
                               int showCommand) = 0;
+    // The program's own files: what it wrote, and its manual. A path that the machine names is never one of
+    // them, though it may read the same; the live machine is the program's own.
+    virtual bool OwnFileExists(const std::string& path) { return PathFileExistsA(path); }
+    /// As ShellExecuteA with the verb "open".
+    virtual int OpenOwnFile(const std::string& file, const std::string& folder, int showCommand) {
+        return ShellExecuteA("open", file, folder, showCommand);
+    }
 
     // --- Text, time and dates. A date is the double that counts days since 1899-12-30.
 

@@ -146,8 +146,8 @@ void frmCreateReport::cmdGenerate_Click() {
     }
     // Of two accounts with one name it is the later, and the first account when the name is gone.
     CreateReport(std::max(accounts_.GetAccountIndex(cboUserList.Text()), 0), txtFileName.Text());
-    if (IsTicked(chkOpenAfterFinish) && FileExists(platform_, txtFileName.Text())) {
-        ShellOpenDocument(platform_, txtFileName.Text());
+    if (IsTicked(chkOpenAfterFinish) && platform_.OwnFileExists(txtFileName.Text())) {
+        ShellOpenOwnFile(platform_, txtFileName.Text());
     }
 }
 

@@ -289,7 +289,7 @@ void frmMain::tmrUpdateTime_Timer() {
 }
 
 void frmMain::mnuManual_Click() {
-    ShellOpenDocument(parts_.platform, GetAppFolder(parts_.platform) + "Ostrevin Manual.chm");
+    ShellOpenOwnFile(parts_.platform, GetAppFolder(parts_.platform) + "Ostrevin Manual.chm");
 }
 
 void frmMain::mnuAbout_Click() {

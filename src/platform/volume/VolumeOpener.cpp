@@ -30,17 +30,7 @@ bool IsUtf8(std::string_view text) {
 
 }  // namespace
 
-int VolumeOpener::Open(const std::string& item, const std::string& applicationFolder,
-                       const CharsetDecoder& decoder) {
-    if (item == applicationFolder + kManual) {
-        return OpenManual();
-    }
-    if (const std::optional<std::string> place = outputs_.Find(item)) {
-        return OpenHostFile(*place);
-    }
-    if (item.starts_with(applicationFolder)) {
-        return OpenOwnFile(item, applicationFolder);
-    }
+int VolumeOpener::Open(const std::string& item, const CharsetDecoder& decoder) {
     const std::string scheme = SchemeOf(item);
     if (scheme.empty()) {
         return OpenFromVolume(item);
@@ -50,6 +40,19 @@ int VolumeOpener::Open(const std::string& item, const std::string& applicationFo
     }
     const std::string path = PathOfFileAddress(item);
     return OpenFromVolume(IsUtf8(path) ? path : decoder.Decode(path));
+}
+
+int VolumeOpener::OpenOwn(const std::string& file, const std::string& applicationFolder) {
+    if (file == applicationFolder + kManual) {
+        return OpenManual();
+    }
+    const std::optional<std::string> place = outputs_.Find(file);
+    if (!place) {
+        return kOpenFileNotFound;
+    }
+    const std::optional<std::string> beginning = ReadHostFile(*place, kTellingBytes);
+    return beginning && !LooksExecutable(std::as_bytes(std::span(*beginning))) ? HandOver(*place)
+                                                                               : kOpenRefused;
 }
 
 /// The manual lies beside the program, also where the application folder is another one.
@@ -63,24 +66,6 @@ int VolumeOpener::OpenManual() {
         return HandOver(pages);
     }
     return helpFile.empty() ? kOpenFileNotFound : kOpenNoOpener;
-}
-
-int VolumeOpener::OpenOwnFile(const std::string& file, const std::string& applicationFolder) {
-    const std::string place = examiner_.ResolvedPath(file);
-    if (place.empty()) {
-        return kOpenFileNotFound;
-    }
-    const char separator = applicationFolder.back();
-    if (!place.starts_with(examiner_.ResolvedPath(applicationFolder) + separator)) {
-        return kOpenRefused;
-    }
-    return OpenHostFile(place);
-}
-
-int VolumeOpener::OpenHostFile(const std::string& place) {
-    const std::optional<std::string> beginning = ReadHostFile(place, kTellingBytes);
-    return beginning && !LooksExecutable(std::as_bytes(std::span(*beginning))) ? HandOver(place)
-                                                                               : kOpenRefused;
 }
 
 int VolumeOpener::OpenAddress(const std::string& address) {

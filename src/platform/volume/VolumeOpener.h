@@ -23,16 +23,15 @@ class VolumeOpener {
     VolumeOpener(const VolumeFiles& files, const OutputFiles& outputs, Examiner& examiner)
         : files_(files), outputs_(outputs), examiner_(examiner) {}
 
-    /// Opens a passive document of the volume, an address of the web or of mail, a file in the program's own
-    /// folder, or one that the program wrote; all else, and whatever could execute, is refused. The decoder
-    /// is for addresses of files. The manual is opened as a help file where the desktop has a viewer for
-    /// those, else as pages.
-    int Open(const std::string& item, const std::string& applicationFolder, const CharsetDecoder& decoder);
+    /// Opens a passive document of the volume or an address of the web or of mail; all else, and whatever
+    /// could execute, is refused. The decoder is for addresses of files.
+    int Open(const std::string& item, const CharsetDecoder& decoder);
+    /// Opens what the program wrote, by the path under which it did, or the manual: as a help file where the
+    /// desktop has a viewer for those, else as pages.
+    int OpenOwn(const std::string& file, const std::string& applicationFolder);
 
   private:
     [[nodiscard]] int OpenManual();
-    [[nodiscard]] int OpenOwnFile(const std::string& file, const std::string& applicationFolder);
-    [[nodiscard]] int OpenHostFile(const std::string& place);
     [[nodiscard]] int OpenAddress(const std::string& address);
     [[nodiscard]] int OpenFromVolume(const std::string& path);
     [[nodiscard]] int HandOver(const std::string& item);

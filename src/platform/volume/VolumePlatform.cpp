@@ -216,7 +216,7 @@ std::string VolumePlatform::SpecialFolderPath(int csidl) {
 }
 
 bool VolumePlatform::PathFileExistsA(const std::string& path) {
-    return outputs_.Find(path) || files_.Exists(path);
+    return files_.Exists(path);
 }
 
 std::vector<DirectoryEntry> VolumePlatform::ListDirectory(const std::string& folder) {
@@ -284,7 +284,15 @@ bool VolumePlatform::SaveOutside(const std::string& hostPath, std::span<const st
 
 int VolumePlatform::ShellExecuteA(const std::string& verb, const std::string& file,
                                   const std::string& /*folder*/, int /*showCommand*/) {
-    return verb == "open" || verb.empty() ? opener_.Open(file, ApplicationFolder(), Ansi()) : kOpenRefused;
+    return verb == "open" || verb.empty() ? opener_.Open(file, Ansi()) : kOpenRefused;
+}
+
+bool VolumePlatform::OwnFileExists(const std::string& path) {
+    return outputs_.Find(path).has_value();
+}
+
+int VolumePlatform::OpenOwnFile(const std::string& file, const std::string& /*folder*/, int /*showCommand*/) {
+    return opener_.OpenOwn(file, ApplicationFolder());
 }
 
 std::string VolumePlatform::DecodeAnsi(std::string_view bytes) {

@@ -77,6 +77,8 @@ class VolumePlatform final : public Platform {
     bool StartProgram(const std::string& commandLine) override;
     int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,
                       int showCommand) override;
+    bool OwnFileExists(const std::string& path) override;
+    int OpenOwnFile(const std::string& file, const std::string& folder, int showCommand) override;
 
     std::string DecodeAnsi(std::string_view bytes) override;
     std::string EncodeAnsi(std::string_view text) override;

@@ -10,6 +10,7 @@
 #include "platform/volume/Examiner.h"
 #include "platform/volume/VolumeOpener.h"
 #include "tests/volume/TestVolume.h"
+#include "tests/volume/WritingFiles.h"
 #include "tests/volume/linux/EnvironmentVariable.h"
 
 namespace ostrevin {
@@ -126,6 +127,8 @@ class OpenerTest : public testing::Test {
         return platform_->ShellExecuteA(verb, item, "", 1);
     }
 
+    int OpenOwn(const std::string& file) { return platform_->OpenOwnFile(file, "", 1); }
+
     /// What the opener was given; empty when it is not called within some seconds.
     std::string Opened() {
         for (int i = 0; i < 500 && !std::filesystem::exists(desktop_ / "opened"); ++i) {
@@ -199,15 +202,36 @@ TEST_F(OpenerTest, WithoutAnOpenerNothingOpens) {
     EXPECT_EQ(Open("C:\\a.txt"), 31);
 }
 
-TEST_F(OpenerTest, TheProgramsOwnFilesAreOpened) {
-    const std::string folder = platform_->ApplicationFolder();
-    const std::string manual = folder + "Opener Test Manual.chm";
-    std::ofstream(manual) << "ITSF";
-    EXPECT_GT(Open(manual), 32);
-    EXPECT_EQ(Opened(), manual);
-    std::filesystem::remove(manual);
-    EXPECT_EQ(Open(folder + "volume_test"), 5) << "a program, even our own";
-    EXPECT_EQ(Open(folder + "../../../../../../../../../../etc/passwd"), 5);
+TEST_F(OpenerTest, TheEvidenceNamesNoFileOfTheExaminers) {
+    const std::string beside = platform_->ApplicationFolder() + "Opener Test.txt";
+    std::ofstream(beside) << "text";
+    const TemporaryFolder own;
+    const std::string report = own / "report.txt";
+    WriteOutput(*platform_, report, "text");
+    const std::string manual = platform_->ApplicationFolder() + "Ostrevin Manual.chm";
+    for (const std::string& item : {beside, "file://" + beside, report, "file://" + report, manual,
+                                    platform_->ApplicationFolder() + "../../../../../../../../etc/passwd"}) {
+        EXPECT_FALSE(platform_->PathFileExistsA(item)) << item;
+        EXPECT_EQ(Open(item), 2) << item;
+    }
+    std::filesystem::remove(beside);
+    volume_.folder.Write("last.txt", "text");
+    EXPECT_GT(Open("C:\\last.txt"), 32);
+    EXPECT_EQ(Opened(), volume_.folder / "last.txt") << "and nothing before it";
+}
+
+TEST_F(OpenerTest, APathOfTheVolumeIsTheVolumesThoughAReportHasTheSame) {
+    const TemporaryFolder own;
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(own.Path());
+    WriteOutput(*platform_, "\\report.txt", "ours");
+    EXPECT_FALSE(platform_->PathFileExistsA("\\report.txt"));
+    volume_.folder.Write("report.txt", "theirs");
+    EXPECT_GT(Open("\\report.txt"), 32);
+    EXPECT_EQ(Opened(), volume_.folder / "report.txt");
+    EXPECT_GT(OpenOwn("\\report.txt"), 32);
+    EXPECT_EQ(Opened(), own / "\\report.txt");
+    std::filesystem::current_path(before);
 }
 
 TEST_F(OpenerTest, WhatTheProgramWroteIsOpened) {
@@ -219,12 +243,12 @@ TEST_F(OpenerTest, WhatTheProgramWroteIsOpened) {
         file->Write(path.ends_with("report.htm") ? "<HTML>" : "#!/bin/sh\n");
         file->Close();
     }
-    EXPECT_EQ(Open(own / "a/../script.htm"), 5);
-    EXPECT_EQ(Open(own / "other.htm"), 2);
-    EXPECT_GT(Open(own / "report.htm"), 32);
+    EXPECT_EQ(OpenOwn(own / "a/../script.htm"), 5);
+    EXPECT_EQ(OpenOwn(own / "other.htm"), 2);
+    EXPECT_GT(OpenOwn(own / "report.htm"), 32);
     EXPECT_EQ(Opened(), own / "report.htm");
     std::filesystem::remove(own / "report.htm");
-    EXPECT_EQ(Open(own / "report.htm"), 2);
+    EXPECT_EQ(OpenOwn(own / "report.htm"), 2);
 }
 
 /// A program's folder with the manual in both forms, and a desktop that knows viewers for some types.
@@ -247,7 +271,7 @@ class ManualTest : public OpenerTest {
         const OutputFiles outputs(evidence);
         Examiner examiner(program_ / "");
         return VolumeOpener(evidence, outputs, examiner)
-            .Open(settings_ / "Ostrevin Manual.chm", settings_ / "", CharsetDecoder(kWesternCodePage));
+            .OpenOwn(settings_ / "Ostrevin Manual.chm", settings_ / "");
     }
 
     TemporaryFolder program_;

@@ -69,7 +69,7 @@ TEST_F(OutputFilesTest, AFullDiskIsTold) {
               }),
               "Path/File access error: /dev/full");
     WriteOutput(*platform, "/dev/null", "text");
-    EXPECT_FALSE(platform->PathFileExistsA("/dev/null")) << "a device is no document";
+    EXPECT_FALSE(platform->OwnFileExists("/dev/null")) << "a device is no document";
 }
 
 TEST_F(OutputFilesTest, APipeThatSomebodyReadsTakesOutput) {
@@ -88,13 +88,13 @@ TEST_F(OutputFilesTest, OutputFilesAreFoundByThePathTheyWereGiven) {
     const TemporaryFolder own;
     own.Write("other.htm", "text");
     const auto platform = volume_.Make();
-    EXPECT_FALSE(platform->PathFileExistsA(own / "a.htm"));
+    EXPECT_FALSE(platform->OwnFileExists(own / "a.htm"));
     WriteOutput(*platform, own / "a.htm", "text");
-    EXPECT_TRUE(platform->PathFileExistsA(own / "a.htm"));
-    EXPECT_FALSE(platform->PathFileExistsA(own / "./a.htm"));
-    EXPECT_FALSE(platform->PathFileExistsA(own / "other.htm")) << "not written in this run";
+    EXPECT_TRUE(platform->OwnFileExists(own / "a.htm"));
+    EXPECT_FALSE(platform->OwnFileExists(own / "./a.htm"));
+    EXPECT_FALSE(platform->OwnFileExists(own / "other.htm")) << "not written in this run";
     std::filesystem::remove(own / "a.htm");
-    EXPECT_FALSE(platform->PathFileExistsA(own / "a.htm"));
+    EXPECT_FALSE(platform->OwnFileExists(own / "a.htm"));
 }
 
 TEST_F(OutputFilesTest, ShortcutsAreSavedToTheExaminersDiskAlone) {

@@ -67,12 +67,12 @@ TEST_F(OutputFilesTest, AreFoundByThePathTheyWereGiven) {
     const TemporaryFolder own;
     own.Write("other.htm", "text");
     const auto platform = volume_.Make();
-    EXPECT_FALSE(platform->PathFileExistsA(own / "a.htm"));
+    EXPECT_FALSE(platform->OwnFileExists(own / "a.htm"));
     WriteOutput(*platform, own / "a.htm", "text");
-    EXPECT_TRUE(platform->PathFileExistsA(own / "a.htm"));
-    EXPECT_FALSE(platform->PathFileExistsA(own / "other.htm")) << "not written in this run";
+    EXPECT_TRUE(platform->OwnFileExists(own / "a.htm"));
+    EXPECT_FALSE(platform->OwnFileExists(own / "other.htm")) << "not written in this run";
     std::filesystem::remove(own / "a.htm");
-    EXPECT_FALSE(platform->PathFileExistsA(own / "a.htm"));
+    EXPECT_FALSE(platform->OwnFileExists(own / "a.htm"));
 }
 
 }  // namespace
