@@ -255,6 +255,10 @@ class Platform {
     /// Opens a document or an address; greater than 32 on success, else the shell's error number.
     virtual int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,
                               int showCommand) = 0;
+    /// Why the last call of ShellExecuteA was refused, for a person; empty where it was not, and on a machine
+    /// whose system tells that itself.
+    virtual std::string OpeningRefusal() { return {}; }
+
     // The program's own files: what it wrote, and its manual. A path that the machine names is never one of
     // them, though it may read the same; the live machine is the program's own.
     virtual bool OwnFileExists(const std::string& path) { return PathFileExistsA(path); }

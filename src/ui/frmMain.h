@@ -144,6 +144,7 @@ class frmMain : public Form {
     void Document_DblClick(const ListView& list);
     /// Of lstIEHistory and lstTypedURL.
     void Address_DblClick(const ListView& list);
+    void OpenItem(const std::string& item);
 
     void WriteAccessible(ListItem& item, int subItem);
     /// Does something with the selected item's file, if it is there; a failure is nothing but no action.

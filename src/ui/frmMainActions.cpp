@@ -12,6 +12,7 @@ constexpr int kProgramAccessible = 3;
 constexpr int kDocumentAccessible = 1;
 
 constexpr char kShowPreview[] = "ShowPreview";
+constexpr char kTitle[] = "Ostrevin";
 
 }  // namespace
 
@@ -55,7 +56,7 @@ void frmMain::lstProgram_DblClick() {
 }
 
 void frmMain::Document_DblClick(const ListView& list) {
-    OnExistingFile(list, [this](const std::string& path) { ShellOpenDocument(parts_.platform, path); });
+    OnExistingFile(list, [this](const std::string& path) { OpenItem(path); });
 }
 
 void frmMain::OnExistingFile(const ListView& list, const std::function<void(const std::string&)>& action) {
@@ -71,7 +72,16 @@ void frmMain::OnExistingFile(const ListView& list, const std::function<void(cons
 
 void frmMain::Address_DblClick(const ListView& list) {
     if (const ListItem* item = list.SelectedItem()) {
-        ShellOpenDocument(parts_.platform, item->Text());
+        OpenItem(item->Text());
+    }
+}
+
+/// Opens what the item names, and tells why not where that is told.
+void frmMain::OpenItem(const std::string& item) {
+    ShellOpenDocument(parts_.platform, item);
+    const std::string refusal = parts_.platform.OpeningRefusal();
+    if (!refusal.empty()) {
+        MsgBox(refusal, kTitle);
     }
 }
 

@@ -115,6 +115,7 @@ class MemoryPlatform : public Platform {
     std::int64_t biasMinutes = 0;               ///< UTC = local time + bias
     double now = 0;
     int shellExecuteResult = 42;
+    std::string openingRefusal;  ///< why; empty where the system tells that
     /// Writes dates in place of the form below, for a person of another country.
     std::function<std::string(double, DateForm)> writeDate;
     /// How many bytes output files can still take.
@@ -220,6 +221,7 @@ class MemoryPlatform : public Platform {
     bool StartProgram(const std::string& commandLine) override;
     int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,
                       int showCommand) override;
+    std::string OpeningRefusal() override { return openingRefusal; }
 
     /// Code page 1252.
     std::string DecodeAnsi(std::string_view bytes) override;

@@ -379,6 +379,18 @@ TEST_F(MainWindowActionsTest, ADoubleClickOpensAnAddressAsItStands) {
     EXPECT_EQ(platform.executed[1].file, "::: not one either");
 }
 
+TEST_P(MainWindowDocumentsTest, TellWhyTheyAreNotOpened) {
+    ShowDocuments();
+    platform.AddFile(document);
+    ClickDocument();
+    platform.shellExecuteResult = 5;
+    list.DblClick.Raise();
+    EXPECT_EQ(Messages(), (Strings{})) << "the live machine's system tells it itself";
+    platform.openingRefusal = "This file is not opened.";
+    list.DblClick.Raise();
+    EXPECT_EQ(Messages(), (Strings{"This file is not opened."}));
+}
+
 TEST_F(MainWindowActionsTest, PreviewIsOffUnlessTheSettingsSayTrue) {
     Show();
     EXPECT_EQ(Preview(), "");

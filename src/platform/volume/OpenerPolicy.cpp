@@ -12,19 +12,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// Left out on purpose: pages and drawings that carry scripts (htm, mht, svg, xml), documents with macros in
-// their name (docm, xlsm), help files, messages, archives.
-constexpr std::array kPassiveExtensions = {
-    "aac"sv,  "ac3"sv, "aif"sv,  "aiff"sv, "ape"sv,  "asf"sv,  "au"sv,   "avi"sv, "bmp"sv,  "csv"sv,  "dib"sv,
-    "divx"sv, "doc"sv, "docx"sv, "emf"sv,  "fax"sv,  "flac"sv, "flv"sv,  "gif"sv, "ico"sv,  "jfif"sv, "jpe"sv,
-    "jpeg"sv, "jpg"sv, "log"sv,  "m1v"sv,  "m2v"sv,  "m4a"sv,  "m4v"sv,  "mid"sv, "midi"sv, "mkv"sv,  "mov"sv,
-    "mp2"sv,  "mp3"sv, "mp4"sv,  "mpe"sv,  "mpeg"sv, "mpg"sv,  "odg"sv,  "odp"sv, "ods"sv,  "odt"sv,  "oga"sv,
-    "ogg"sv,  "ogm"sv, "ogv"sv,  "opus"sv, "pbm"sv,  "pcx"sv,  "pdf"sv,  "pgm"sv, "png"sv,  "pnm"sv,  "ppm"sv,
-    "pps"sv,  "ppt"sv, "pptx"sv, "ps"sv,   "psd"sv,  "qt"sv,   "ra"sv,   "rm"sv,  "rmi"sv,  "rtf"sv,  "snd"sv,
-    "sxc"sv,  "sxi"sv, "sxw"sv,  "tga"sv,  "tif"sv,  "tiff"sv, "txt"sv,  "vob"sv, "wav"sv,  "webp"sv, "wma"sv,
-    "wmf"sv,  "wmv"sv, "wps"sv,  "wri"sv,  "xbm"sv,  "xls"sv,  "xlsx"sv, "xpm"sv};
-
-constexpr std::array kPermittedSchemes = {"http"sv, "https"sv, "ftp"sv, "mailto"sv};
+constexpr std::array kWebSchemes = {"http"sv, "https"sv, "ftp"sv};
 
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
@@ -34,6 +22,10 @@ bool IsLetter(char character) {
 
 bool IsDigit(char character) {
     return character >= '0' && character <= '9';
+}
+
+char ToUpper(char character) {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - ('a' - 'A')) : character;
 }
 
 char ToLower(char character) {
@@ -62,14 +54,56 @@ std::string DecodePercentForms(std::string_view text) {
     return decoded;
 }
 
-}  // namespace
-
-bool IsPassiveName(std::string_view name) {
-    const std::size_t dot = name.rfind('.');
-    return dot != std::string_view::npos &&
-           std::binary_search(kPassiveExtensions.begin(), kPassiveExtensions.end(),
-                              std::string_view(ToLower(name.substr(dot + 1))));
+bool IsHexDigit(char character) {
+    return kHexDigits.find(ToUpper(character)) != std::string_view::npos;
 }
+
+/// An address with all in percent form that has no place in one, "%" that begins no such form included.
+std::string Escaped(std::string_view address) {
+    constexpr std::string_view kOtherPermitted = "-._~:/?#[]@!$&()*+,;=";
+    std::string escaped;
+    for (std::size_t i = 0; i < address.size(); ++i) {
+        const char character = address[i];
+        const bool form = character == '%' && i + 2 < address.size() && IsHexDigit(address[i + 1]) &&
+                          IsHexDigit(address[i + 2]);
+        if (form || IsLetter(character) || IsDigit(character) ||
+            kOtherPermitted.find(character) != std::string_view::npos) {
+            escaped += character;
+        } else {
+            const auto byte = static_cast<unsigned char>(character);
+            escaped += {'%', kHexDigits[byte >> 4U], kHexDigits[byte & 0xFU]};
+        }
+    }
+    return escaped;
+}
+
+/// Whether what stands behind the scheme is "//" and the beginning of a host's name, or of the user's there.
+bool NamesHost(std::string_view rest) {
+    return rest.size() > 2 && rest.starts_with("//") &&
+           (IsLetter(rest[2]) || IsDigit(rest[2]) || rest[2] == '[' || rest[2] == '_' ||
+            static_cast<unsigned char>(rest[2]) >= 0x80);
+}
+
+/// The address alone. What stands behind it would tell the mail program to attach files, and the characters
+/// that some hand on to a shell or take for several addresses are in none that is in use.
+std::optional<std::string> PermittedMailAddress(std::string_view address) {
+    const std::size_t begin = address.find(':') + 1;
+    const std::string_view mailbox = address.substr(begin, address.find('?') - begin);
+    const std::size_t at = mailbox.find('@');
+    const auto consistsOf = [](std::string_view part, std::string_view others) {
+        return !part.empty() && (IsLetter(part[0]) || IsDigit(part[0])) &&
+               std::all_of(part.begin(), part.end(), [&](char c) {
+                   return IsLetter(c) || IsDigit(c) || others.find(c) != std::string_view::npos;
+               });
+    };
+    if (at == std::string_view::npos || !consistsOf(mailbox.substr(0, at), "._+-") ||
+        !consistsOf(mailbox.substr(at + 1), ".-")) {
+        return std::nullopt;
+    }
+    return "mailto:" + std::string(mailbox);
+}
+
+}  // namespace
 
 bool LooksExecutable(std::span<const std::byte> beginning) {
     std::string text;
@@ -98,22 +132,17 @@ std::string SchemeOf(std::string_view address) {
 }
 
 std::optional<std::string> PermittedAddress(std::string_view address) {
-    const std::string scheme = SchemeOf(address);
-    if (std::find(kPermittedSchemes.begin(), kPermittedSchemes.end(), scheme) == kPermittedSchemes.end()) {
+    constexpr std::size_t kLongest = 2083;  // what the browser of the examined machines takes
+    if (address.size() > kLongest) {
         return std::nullopt;
     }
-    constexpr std::string_view kOtherPermitted = "-._~:/?#[]@!$&()*+,;=%";
-    std::string permitted;
-    for (const char character : address) {
-        if (IsLetter(character) || IsDigit(character) ||
-            kOtherPermitted.find(character) != std::string_view::npos) {
-            permitted += character;
-        } else {
-            const auto byte = static_cast<unsigned char>(character);
-            permitted += {'%', kHexDigits[byte >> 4U], kHexDigits[byte & 0xFU]};
-        }
+    const std::string scheme = SchemeOf(address);
+    if (scheme == "mailto") {
+        return PermittedMailAddress(address);
     }
-    return permitted;
+    const bool permitted = std::find(kWebSchemes.begin(), kWebSchemes.end(), scheme) != kWebSchemes.end();
+    return permitted && NamesHost(address.substr(scheme.size() + 1)) ? std::optional(Escaped(address))
+                                                                     : std::nullopt;
 }
 
 std::string PathOfFileAddress(std::string_view address) {

@@ -23,9 +23,11 @@ class VolumeOpener {
     VolumeOpener(const VolumeFiles& files, const OutputFiles& outputs, Examiner& examiner)
         : files_(files), outputs_(outputs), examiner_(examiner) {}
 
-    /// Opens a passive document of the volume or an address of the web or of mail; all else, and whatever
-    /// could execute, is refused. The decoder is for addresses of files.
+    /// Opens a document of the volume whose content is what its name says (documents/DocumentKind.h), or an
+    /// address of the web or of mail; all else is refused. The decoder is for addresses of files.
     int Open(const std::string& item, const CharsetDecoder& decoder);
+    /// Why the last item was refused, for a person; empty when it was not.
+    [[nodiscard]] const std::string& Refusal() const { return refusal_; }
     /// Opens what the program wrote, by the path under which it did, or the manual: as a help file where the
     /// desktop has a viewer for those, else as pages.
     int OpenOwn(const std::string& file, const std::string& applicationFolder);
@@ -35,10 +37,12 @@ class VolumeOpener {
     [[nodiscard]] int OpenAddress(const std::string& address);
     [[nodiscard]] int OpenFromVolume(const std::string& path);
     [[nodiscard]] int HandOver(const std::string& item);
+    [[nodiscard]] int Refuse(const char* why);
 
     const VolumeFiles& files_;
     const OutputFiles& outputs_;
     Examiner& examiner_;
+    std::string refusal_;
 };
 
 }  // namespace ostrevin

@@ -77,6 +77,7 @@ class VolumePlatform final : public Platform {
     bool StartProgram(const std::string& commandLine) override;
     int ShellExecuteA(const std::string& verb, const std::string& file, const std::string& folder,
                       int showCommand) override;
+    std::string OpeningRefusal() override { return opener_.Refusal(); }
     bool OwnFileExists(const std::string& path) override;
     int OpenOwnFile(const std::string& file, const std::string& folder, int showCommand) override;
 

@@ -146,7 +146,7 @@ class OpenerTest : public testing::Test {
 };
 
 TEST_F(OpenerTest, DocumentsAreOpenedWhereTheyLie) {
-    volume_.folder.Write("Docs/My $(touch x) 'photo'.JPG", "\xFF\xD8");
+    volume_.folder.Write("Docs/My $(touch x) 'photo'.JPG", "\xFF\xD8\xFF\xE0");
     EXPECT_GT(Open("C:\\docs\\my $(touch x) 'photo'.jpg"), 32);
     EXPECT_EQ(Opened(), volume_.folder / "Docs/My $(touch x) 'photo'.JPG");
     volume_.folder.Write("Docs/a b.txt", "text");
@@ -160,7 +160,7 @@ TEST_F(OpenerTest, DocumentsAreOpenedWhereTheyLie) {
 TEST_F(OpenerTest, AddressesAreOpenedAsTheyAre) {
     EXPECT_GT(Open("http://example.com/a b"), 32);
     EXPECT_EQ(Opened(), "http://example.com/a%20b");
-    EXPECT_GT(Open("mailto:a@example.com"), 32);
+    EXPECT_GT(Open("mailto:a@example.com?attach=/etc/passwd"), 32);
     EXPECT_EQ(Opened(), "mailto:a@example.com");
 }
 
@@ -183,6 +183,19 @@ TEST_F(OpenerTest, WhatCouldExecuteIsRefused) {
         EXPECT_EQ(Open(item), 5) << item;
     }
     EXPECT_EQ(Open("C:\\document.txt", "runas"), 5);
+    // An archive that a desktop would start, for it goes by the content.
+    volume_.folder.Write("report.doc",
+                         std::string_view("PK\3\4\x14\0\0\0\0\0\0\0\0\0 META-INF/MANIFEST.MF", 34));
+    EXPECT_EQ(Open("C:\\report.doc"), 5);
+    EXPECT_EQ(platform_->OpeningRefusal(),
+              "This file is not opened: whatever its name says, it is an archive or has one in it, which can "
+              "hold a program.");
+    EXPECT_EQ(Open("C:\\page.htm"), 5);
+    EXPECT_TRUE(platform_->OpeningRefusal().starts_with("This file is not opened. Opened are text, "));
+    EXPECT_EQ(Open("telnet://example.com"), 5);
+    EXPECT_TRUE(platform_->OpeningRefusal().starts_with("This address is not opened. "));
+    EXPECT_EQ(Open("C:\\none.txt"), 2);
+    EXPECT_EQ(platform_->OpeningRefusal(), "") << "what is not there is not refused";
     EXPECT_GT(Open("C:\\document.txt"), 32);
     EXPECT_EQ(Opened(), volume_.folder / "document.txt") << "and nothing before it";
 }
