@@ -1,6 +1,10 @@
 #include <algorithm>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/volume/ReadingFiles.h"
 #include "tests/volume/TemporaryFolder.h"
@@ -22,6 +26,30 @@ TEST(VolumeFiles, MatchWithoutCaseButExactlyFirst) {
     EXPECT_EQ(Contents(files, "C:\\docs\\A.TXT"), "upper") << "of several, the first by bytes";
     EXPECT_EQ(Contents(files, "C:\\docs\\тОЛЬКО.txt"), "cyrillic");
     EXPECT_EQ(files.HostPath("c:\\docs\\тОЛЬКО.txt"), folder / "Docs/Только.TXT");
+}
+
+TEST(VolumeFiles, FollowingALinkLeavesTheTimeOfItsLastAccess) {
+    const int tree = open_tree(AT_FDCWD, "/", OPEN_TREE_CLONE | OPEN_TREE_CLOEXEC);
+    if (tree < 0) {
+        GTEST_SKIP() << "this user may not mount, and then the system has no way to leave it";
+    }
+    close(tree);
+    const TemporaryFolder folder;
+    folder.Write("Docs/a.txt", "a");
+    folder.MakeLink("link", "Docs");
+    const timespec times[] = {{1000000000, 0}, {1200000000, 0}};
+    for (const char* name : {"link", "Docs", "Docs/a.txt"}) {
+        ASSERT_EQ(utimensat(AT_FDCWD, (folder / name).c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+    }
+    const VolumeFiles files(folder.Path());
+    EXPECT_EQ(Contents(files, "C:\\LINK\\A.txt"), "a");
+    EXPECT_EQ(files.List("C:\\link").size(), 1U);
+    EXPECT_EQ(files.HostPath("C:\\link\\a.txt"), folder / "Docs/a.txt");
+    for (const char* name : {"link", "Docs", "Docs/a.txt"}) {
+        struct stat status {};
+        ASSERT_EQ(lstat((folder / name).c_str(), &status), 0);
+        EXPECT_EQ(status.st_atim.tv_sec, 1000000000) << name;
+    }
 }
 
 TEST(VolumeFiles, TellWhyAFileCannotBeOpened) {

@@ -13,6 +13,7 @@
 #include <stdexcept>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <sys/xattr.h>
@@ -21,6 +22,7 @@
 
 #include "platform/Text.h"
 #include "platform/volume/linux/FileDescriptor.h"
+#include "platform/volume/linux/Mounts.h"
 
 namespace ostrevin {
 namespace {
@@ -254,6 +256,19 @@ std::uint32_t AttributesOf(const Walk& walk, std::string_view name) {
     return S_ISDIR(walk.Mode()) ? answer | kAttributeDirectory : answer;
 }
 
+/// The folder, seen through a mount of this process alone that is read-only and keeps the times of the last
+/// access, of links too; through the host's own mount where the system or the user's rights do not allow it.
+FileDescriptor UntouchedView(const FileDescriptor& folder) {
+    FileDescriptor view(
+        open_tree(folder.Number(), "", AT_EMPTY_PATH | AT_RECURSIVE | OPEN_TREE_CLONE | OPEN_TREE_CLOEXEC));
+    struct mount_attr attributes {};
+    attributes.attr_set = MOUNT_ATTR_RDONLY | MOUNT_ATTR_NOATIME;
+    attributes.attr_clr = MOUNT_ATTR__ATIME;
+    const bool set = view.IsOpen() && mount_setattr(view.Number(), "", AT_EMPTY_PATH | AT_RECURSIVE,
+                                                    &attributes, sizeof attributes) == 0;
+    return set ? std::move(view) : FileDescriptor(fcntl(folder.Number(), F_DUPFD_CLOEXEC, 0));
+}
+
 class RegularFile final : public InputFile {
   public:
     RegularFile(FileDescriptor file, std::uint64_t size) : file_(std::move(file)), size_(size) {}
@@ -298,8 +313,10 @@ void PrepareForFilling(void* memory, std::size_t size) {
 
 class VolumeFiles::Host {
   public:
-    explicit Host(FileDescriptor root) : root_(std::move(root)) {}
+    explicit Host(FileDescriptor folder) : folder_(std::move(folder)), root_(UntouchedView(folder_)) {}
 
+    /// The folder as the host has it mounted.
+    [[nodiscard]] const FileDescriptor& Folder() const { return folder_; }
     [[nodiscard]] const FileDescriptor& Root() const { return root_; }
 
     /// The way to a path of the examined machine; none with the reason in result.
@@ -331,6 +348,7 @@ class VolumeFiles::Host {
     }
 
   private:
+    FileDescriptor folder_;
     FileDescriptor root_;
 };
 
@@ -408,8 +426,11 @@ std::optional<std::string> VolumeFiles::HostPath(const std::string& path) const 
 }
 
 bool VolumeFiles::IsOutside(const std::string& hostFolder) const {
-    const auto root = StatusOf(host_->Root());
+    const auto root = StatusOf(host_->Folder());
     FileDescriptor folder(open(hostFolder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    if (folder.IsOpen() && LiesBelowByMounts(folder.Number(), host_->Folder().Number())) {
+        return false;
+    }
     auto status = StatusOf(folder);
     while (root && status && !IsSame(*status, *root)) {
         FileDescriptor parent(openat(folder.Number(), "..", O_PATH | O_DIRECTORY | O_CLOEXEC));
