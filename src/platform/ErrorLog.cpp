@@ -7,10 +7,12 @@
 
 namespace ostrevin {
 
-ErrorLog::ErrorLog(Platform& platform)
-    : platform_(platform), fileName_(GetAppFolder(platform) + "error.log") {}
+ErrorLog::ErrorLog(Platform& platform) : platform_(platform), fileName_(GetKeptFile(platform, "error.log")) {}
 
 void ErrorLog::WriteLog(const std::string& text) {
+    if (fileName_.empty()) {
+        return;
+    }
     std::string line = PlainLine(text) + "\r\n";
     if (addDate_) {
         line.insert(0, platform_.DateToText(platform_.Now(), DateForm::General) + ", ");

@@ -9,7 +9,8 @@ namespace ostrevin {
 
 class ErrorLog {
   public:
-    /// The log file is "error.log" in the application folder until FileName is set.
+    /// The log file is "error.log" in the application folder until FileName is set. Without a name, as where
+    /// nothing may be kept, lines are not written.
     explicit ErrorLog(Platform& platform);
 
     [[nodiscard]] const std::string& FileName() const { return fileName_; }

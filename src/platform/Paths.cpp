@@ -11,10 +11,15 @@ constexpr int kShowNormal = 1;
 
 std::string GetAppFolder(Platform& platform) {
     std::string folder = platform.ApplicationFolder();
-    if (!folder.ends_with('\\') && !folder.ends_with('/')) {
+    if (!folder.empty() && !folder.ends_with('\\') && !folder.ends_with('/')) {
         folder += folder.starts_with('/') ? '/' : '\\';
     }
     return folder;
+}
+
+std::string GetKeptFile(Platform& platform, const std::string& name) {
+    const std::string folder = GetAppFolder(platform);
+    return !folder.empty() && platform.MayKeep(folder + name) ? folder + name : std::string();
 }
 
 std::string GetWindowsFolder(Platform& platform) {

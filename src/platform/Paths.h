@@ -14,8 +14,10 @@ enum SpecialFolder : int {
     kFolderHistory = 34,
 };
 
-/// The folder of the executable, always ending in the host's path separator.
+/// The folder of the executable, always ending in the host's path separator; empty when nothing may be kept.
 [[nodiscard]] std::string GetAppFolder(Platform& platform);
+/// The path of a file of the program's own in that folder; empty when it may not be kept.
+[[nodiscard]] std::string GetKeptFile(Platform& platform, const std::string& name);
 [[nodiscard]] std::string GetWindowsFolder(Platform& platform);
 /// The first character of the Windows folder and ":"; what "%SystemDrive%" stands for.
 [[nodiscard]] std::string GetSystemDrive(Platform& platform);

@@ -127,6 +127,12 @@ class InputFile {
     virtual std::size_t Read(std::uint64_t offset, std::span<std::byte> buffer) = 0;
 };
 
+/// What becomes of a file in whose place a new one is to be written.
+enum class Existing : std::uint8_t {
+    Replace,
+    Keep,  ///< and the new one is not written
+};
+
 /// A file opened for writing. It is closed at the end of its life; a failure that shows only then is not
 /// told.
 class OutputFile {
@@ -224,8 +230,11 @@ class Platform {
 
     // --- Folders and files of the machine.
 
-    /// The folder of the executable, ending in the host's path separator.
+    /// The folder of the executable, ending in the host's path separator; empty when nothing of the program's
+    /// own may be kept.
     virtual std::string ApplicationFolder() = 0;
+    /// Whether a file of the program's own may be kept at this path of the host.
+    virtual bool MayKeep(const std::string& /*path*/) { return true; }
     virtual std::string GetWindowsDirectoryA() = 0;
     /// The folder with this CSIDL number, or the empty string.
     virtual std::string SpecialFolderPath(int csidl) = 0;
@@ -238,10 +247,12 @@ class Platform {
     virtual std::optional<DirectoryEntry> FindEntry(const std::string& path) = 0;
     /// Null when it is not a file that can be read.
     virtual std::unique_ptr<InputFile> OpenFile(const std::string& path) = 0;
-    /// Opens a file of the program's own for writing: a missing one is created, what another one held is
-    /// gone. From then on OwnFileExists finds it and OpenOwnFile opens it by exactly this path. Raises
-    /// RuntimeError when it cannot be written.
-    virtual std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path) = 0;
+    /// Opens a file of the program's own for writing: a missing one is created, what another one held is gone
+    /// if it may be replaced. From then on OwnFileExists finds it and OpenOwnFile opens it by exactly this
+    /// path. Raises RuntimeError when it cannot be written, with a number of its own when there is one to be
+    /// kept.
+    virtual std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path,
+                                                         Existing existing = Existing::Replace) = 0;
     /// Makes a folder for such files in one that exists; one that is there stays as it is. Raises
     /// RuntimeError when it cannot be made.
     virtual void CreateOutputFolder(const std::string& path) = 0;

@@ -15,6 +15,7 @@ class RuntimeError : public std::runtime_error {
 
     static constexpr std::uint32_t kInvalidProcedureCall = 5;
     static constexpr std::uint32_t kOverflow = 6;
+    static constexpr std::uint32_t kFileAlreadyExists = 58;
     static constexpr std::uint32_t kPathFileAccess = 75;
 
   private:
@@ -24,6 +25,11 @@ class RuntimeError : public std::runtime_error {
 /// The failure of a file that cannot be written.
 [[nodiscard]] inline RuntimeError PathFileAccessError(const std::string& path) {
     return {RuntimeError::kPathFileAccess, "Path/File access error: " + path};
+}
+
+/// The failure of a file whose place is taken by one that is not to be replaced.
+[[nodiscard]] inline RuntimeError FileAlreadyExistsError(const std::string& path) {
+    return {RuntimeError::kFileAlreadyExists, "File already exists: " + path};
 }
 
 }  // namespace ostrevin

@@ -69,10 +69,12 @@ bool IsAscii(std::string_view text) {
 /// One run of the writer.
 class ReportFile {
   public:
-    ReportFile(Platform& platform, ReportClient& client, const std::string& path)
+    ReportFile(Platform& platform, ReportClient& client, const std::string& path, Existing existing)
         : platform_(platform),
           client_(client),
-          file_(platform, path, [&platform](std::string_view text) { return platform.EncodeAnsi(text); }) {}
+          file_(
+              platform, path, [&platform](std::string_view text) { return platform.EncodeAnsi(text); },
+              existing) {}
 
     void WriteTitle(const std::string& account, const std::string& links) {
         file_.Write(kHead);
@@ -178,7 +180,7 @@ class ReportFile {
 
 }  // namespace
 
-void HtmlReport::Create(std::int32_t accountIndex, const std::string& path) {
+void HtmlReport::Create(std::int32_t accountIndex, const std::string& path, Existing existing) {
     using enum ReportSection;
     std::string links;
     for (const ReportSection section : kReportSections) {
@@ -187,7 +189,7 @@ void HtmlReport::Create(std::int32_t accountIndex, const std::string& path) {
             links += TextOf(section).link;
         }
     }
-    ReportFile file(platform_, client_, path);
+    ReportFile file(platform_, client_, path, existing);
     client_.Opened();
     file.WriteTitle(accounts_.AccountName(accountIndex), links);
     const auto write = [&](ReportSection section, auto sourceOf) {

@@ -36,9 +36,9 @@ class HtmlReport {
     HtmlReport(Platform& platform, AccountList& accounts, ReportClient& client)
         : platform_(platform), accounts_(accounts), client_(client) {}
 
-    /// Writes the report on the account with an index to a file, which is replaced if it is there. Raises
-    /// RuntimeError when the file cannot be written; what was written before stays in it.
-    void Create(std::int32_t accountIndex, const std::string& path);
+    /// Writes the report on the account with an index to a file. Raises RuntimeError when the file cannot be
+    /// written; what was written before stays in it.
+    void Create(std::int32_t accountIndex, const std::string& path, Existing existing = Existing::Replace);
 
   private:
     Platform& platform_;

@@ -4,8 +4,8 @@
 
 namespace ostrevin {
 
-LineFile::LineFile(Platform& platform, const std::string& path, Encode encode)
-    : file_(platform.CreateOutputFile(path)), encode_(std::move(encode)) {}
+LineFile::LineFile(Platform& platform, const std::string& path, Encode encode, Existing existing)
+    : file_(platform.CreateOutputFile(path, existing)), encode_(std::move(encode)) {}
 
 void LineFile::Write(std::initializer_list<std::string_view> parts) {
     constexpr std::size_t kMostWaiting = std::size_t{64} * 1024;

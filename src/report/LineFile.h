@@ -16,8 +16,10 @@ class LineFile {
     /// Turns text into the bytes of the file.
     using Encode = std::function<std::string(std::string_view)>;
 
-    /// Creates the file, or empties it. This and all below raise RuntimeError when it cannot be written.
-    LineFile(Platform& platform, const std::string& path, Encode encode);
+    /// Creates the file, or empties it if it may be replaced. This and all below raise RuntimeError when it
+    /// cannot be written.
+    LineFile(Platform& platform, const std::string& path, Encode encode,
+             Existing existing = Existing::Replace);
 
     /// Writes one line, put together from its parts.
     void Write(std::initializer_list<std::string_view> parts);

@@ -178,6 +178,9 @@ std::string IniFile::Text() const {
 }
 
 void IniFile::SaveINI() const {
+    if (fileName_.empty()) {
+        return;
+    }
     if (unread_ || !ReplaceHostFile(fileName_, Text())) {
         RaiseFileError(fileName_);
     }

@@ -13,7 +13,7 @@ namespace ostrevin {
 
 class IniFile {
   public:
-    /// Full path of the file, in UTF-8.
+    /// Full path of the file, in UTF-8; without one the settings are not kept.
     [[nodiscard]] const std::string& INIFileName() const { return fileName_; }
     void SetINIFileName(const std::string& fileName) { fileName_ = fileName; }
 

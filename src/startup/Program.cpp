@@ -18,7 +18,7 @@ void Program::Main() {
     settings_ = std::make_unique<AppSettings>();
     settings_->SetINI(ini_.get());
     errorLog_ = std::make_unique<ErrorLog>(platform_);
-    errorLog_->SetFileName(GetAppFolder(platform_) + "error.log");
+    errorLog_->SetFileName(GetKeptFile(platform_, "error.log"));
     loggedOnUserName_ = GetLoggedOnUserName(platform_);
     CheckAdministrator();
     InitCommonControlClasses(toolkit_);
@@ -39,7 +39,7 @@ void Program::CheckOperatingSystem() {
 
 void Program::LoadSettingsFile() {
     ini_ = std::make_unique<IniFile>();
-    ini_->SetINIFileName(GetAppFolder(platform_) + "ostrevin.ini");
+    ini_->SetINIFileName(GetKeptFile(platform_, "ostrevin.ini"));
     try {
         ini_->LoadINI();
     } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch)

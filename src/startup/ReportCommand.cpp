@@ -37,9 +37,11 @@ class SilentClient : public ReportClient {
 /// One run on an open volume.
 class Reporter {
   public:
-    Reporter(const ReportRequest& request, Platform& platform, AccountList& accounts)
-        : request_(request), platform_(platform), accounts_(accounts) {}
+    Reporter(const ReportRequest& request, Platform& platform, AccountList& accounts, std::ostream& errors)
+        : request_(request), platform_(platform), accounts_(accounts), errors_(errors) {}
 
+    /// Whether everything could be written that was asked for; what could not is told then.
+    [[nodiscard]] bool Complete() const { return complete_; }
     void Write(std::ostream& output) {
         switch (request_.format) {
             case ReportFormat::Accounts:
@@ -68,7 +70,7 @@ class Reporter {
         }
     }
     /// The last account of the name, as the window's dialog has it.
-    void WriteOneHtml() { WriteHtml(WantedAccounts().back(), request_.output); }
+    void WriteOneHtml() { WriteHtml(WantedAccounts().back(), request_.output, Existing::Replace); }
     void WriteAllHtml() {
         std::vector<std::int32_t> named;
         for (const std::int32_t index : WantedAccounts()) {
@@ -82,12 +84,19 @@ class Reporter {
         platform_.CreateOutputFolder(request_.output);
         ReportFileNames names;
         for (const std::int32_t index : named) {
-            WriteHtml(index, InOutput(names.For(accounts_.AccountName(index), accounts_.AccountSID(index))));
+            const std::string name = names.For(accounts_.AccountName(index), accounts_.AccountSID(index));
+            try {
+                // A name that comes from the evidence costs no file that is there.
+                WriteHtml(index, InOutput(name), Existing::Keep);
+            } catch (const std::exception& failure) {
+                TellError(errors_, failure.what());
+                complete_ = false;
+            }
         }
     }
-    void WriteHtml(std::int32_t index, const std::string& file) {
+    void WriteHtml(std::int32_t index, const std::string& file, Existing existing) {
         SilentClient client(request_.sections);
-        HtmlReport(platform_, accounts_, client).Create(index, file);
+        HtmlReport(platform_, accounts_, client).Create(index, file, existing);
     }
 
     /// The accounts of the wanted name, or all.
@@ -111,9 +120,12 @@ class Reporter {
     const ReportRequest& request_;
     Platform& platform_;
     AccountList& accounts_;
+    std::ostream& errors_;
+    bool complete_ = true;
 };
 
-void WriteReport(const ReportRequest& request, Platform& platform, std::ostream& output,
+/// Whether all of it could be written.
+bool WriteReport(const ReportRequest& request, Platform& platform, std::ostream& output,
                  std::ostream& errors) {
     AccountList accounts(platform,
                          {GetLoggedOnUserName(platform), [&] { return GetLoggedOnUserName(platform); },
@@ -122,10 +134,12 @@ void WriteReport(const ReportRequest& request, Platform& platform, std::ostream&
         throw std::runtime_error(SubjectOf(request) + ": its registry has no list of profiles");
     }
     accounts.LoadAccountNamesFromSID();
-    Reporter(request, platform, accounts).Write(output);
+    Reporter reporter(request, platform, accounts, errors);
+    reporter.Write(output);
     if (!output.flush()) {
         throw std::runtime_error("standard output: cannot be written");
     }
+    return reporter.Complete();
 }
 
 }  // namespace
@@ -141,8 +155,7 @@ int RunReport(const std::vector<std::string>& arguments, const ReportHost& host,
         const ReportRequest request = ParseReportArguments(arguments, need);
         const std::unique_ptr<Platform> platform =
             request.volume.empty() ? host.openLiveMachine() : host.openVolume(request.volume);
-        WriteReport(request, *platform, output, errors);
-        return kReportDone;
+        return WriteReport(request, *platform, output, errors) ? kReportDone : kReportCannot;
     } catch (const UsageError& error) {
         errors << kReportUsage << (need == VolumeArgument::Optional ? kLiveUsage : "");
         TellError(errors, error.what());

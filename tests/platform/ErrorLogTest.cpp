@@ -28,6 +28,16 @@ TEST_F(ErrorLogTest, TouchesNoFileUntilALineIsWritten) {
     EXPECT_FALSE(folder.Has("error.log"));
 }
 
+TEST_F(ErrorLogTest, IsNotWrittenWhereNothingMayBeKept) {
+    platform.applicationFolder = "";
+    ErrorLog log(platform);
+    EXPECT_EQ(log.FileName(), "");
+    EXPECT_NO_THROW(log.WriteLog("abc"));
+    platform.applicationFolder = folder.Path();
+    platform.mayKeep = false;
+    EXPECT_EQ(ErrorLog(platform).FileName(), "");
+}
+
 TEST_F(ErrorLogTest, AppendsLines) {
     ErrorLog log(platform);
     EXPECT_FALSE(log.AddDate());

@@ -15,6 +15,13 @@ TEST(Paths, TheAppFolderEndsInOneSeparator) {
     EXPECT_EQ(GetAppFolder(platform), "C:\\Program Files\\Ostrevin\\");
     platform.applicationFolder = "/opt/ostrevin";
     EXPECT_EQ(GetAppFolder(platform), "/opt/ostrevin/");
+    EXPECT_EQ(GetKeptFile(platform, "a.ini"), "/opt/ostrevin/a.ini");
+    platform.mayKeep = false;
+    EXPECT_EQ(GetKeptFile(platform, "a.ini"), "");
+    platform.mayKeep = true;
+    platform.applicationFolder = "";
+    EXPECT_EQ(GetAppFolder(platform), "") << "nothing is kept in the current folder";
+    EXPECT_EQ(GetKeptFile(platform, "a.ini"), "");
 }
 
 TEST(Paths, TheSystemDriveIsThatOfTheWindowsFolder) {

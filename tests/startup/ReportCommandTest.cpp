@@ -272,6 +272,30 @@ TEST_F(ReportCommandTest, AVeryLongNameIsCut) {
     }
 }
 
+TEST_F(ReportCommandTest, AFileThatIsThereIsKeptAndCostsItsAccountAlone) {
+    prepare = [](MemoryPlatform& machine) {
+        machine.accountNames["S-1-5-18"] = {"NUL"};
+        machine.CreateOutputFile("C:\\Out\\anna.htm")->Write("from before");
+    };
+    EXPECT_EQ(Run({"--format", "html", "--output", "C:\\Out", "volume"}), 1);
+    EXPECT_EQ(FileNames(), (Strings{"_NUL.htm", "anna.htm", "ben.htm"}));
+    EXPECT_EQ(files["anna.htm"], "from before");
+    EXPECT_NE(files["ben.htm"].find("C:\\b.txt"), std::string::npos)
+        << "the later accounts have their reports";
+    EXPECT_EQ(errors.str(), "ostrevin-report: File already exists: C:\\Out/anna.htm\n");
+}
+
+TEST_F(ReportCommandTest, AFileThatAPersonNamedIsReplaced) {
+    prepare = [](MemoryPlatform& machine) {
+        machine.CreateOutputFile("C:\\Out\\anna.htm")->Write("from before");
+        machine.CreateOutputFile("C:\\Out\\recent.csv")->Write("from before");
+    };
+    EXPECT_EQ(Run({"--format", "html", "--account", "anna", "--output", "C:\\Out\\anna.htm", "volume"}), 0);
+    EXPECT_EQ(files["anna.htm"].find("from before"), std::string::npos);
+    EXPECT_EQ(Run({"--format", "csv", "--output", "C:\\Out", "volume"}), 0);
+    EXPECT_TRUE(files["recent.csv"].starts_with("sid,")) << "its name is the program's own";
+}
+
 TEST_F(ReportCommandTest, WithoutANamedAccountThereIsNothingToReport) {
     prepare = [](MemoryPlatform& machine) { machine.accountNames.clear(); };
     EXPECT_EQ(Run({"--format", "html", "--output", "C:\\Out", "volume"}), 1);

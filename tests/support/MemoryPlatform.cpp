@@ -648,8 +648,11 @@ class MemoryOutputFile : public OutputFile {
     std::string path_;
 };
 
-std::unique_ptr<OutputFile> MemoryPlatform::CreateOutputFile(const std::string& path) {
+std::unique_ptr<OutputFile> MemoryPlatform::CreateOutputFile(const std::string& path, Existing existing) {
     const MemoryFile* before = Find(path);
+    if (before != nullptr && existing == Existing::Keep) {
+        throw FileAlreadyExistsError(path);
+    }
     const std::string folder = FolderOf(Clean(path));
     if (path.empty() || FailureOf("CreateOutputFile") != kSuccess ||
         (before != nullptr && (before->attributes & kAttributeDirectory) != 0) ||

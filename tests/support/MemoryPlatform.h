@@ -115,6 +115,7 @@ class MemoryPlatform : public Platform {
     std::int64_t biasMinutes = 0;               ///< UTC = local time + bias
     double now = 0;
     int shellExecuteResult = 42;
+    bool mayKeep = true;         ///< files of the program's own
     std::string openingRefusal;  ///< why; empty where the system tells that
     /// Writes dates in place of the form below, for a person of another country.
     std::function<std::string(double, DateForm)> writeDate;
@@ -207,13 +208,15 @@ class MemoryPlatform : public Platform {
     std::string EnvironmentVariable(const std::string& name) override;
 
     std::string ApplicationFolder() override { return applicationFolder; }
+    bool MayKeep(const std::string& /*path*/) override { return mayKeep; }
     std::string GetWindowsDirectoryA() override { return windowsDirectory; }
     std::string SpecialFolderPath(int csidl) override;
     bool PathFileExistsA(const std::string& path) override { return Find(path) != nullptr; }
     std::vector<DirectoryEntry> ListDirectory(const std::string& folder) override;
     std::optional<DirectoryEntry> FindEntry(const std::string& path) override;
     std::unique_ptr<InputFile> OpenFile(const std::string& path) override;
-    std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path) override;
+    std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path,
+                                                 Existing existing = Existing::Replace) override;
     void CreateOutputFolder(const std::string& path) override;
     std::unique_ptr<ShellLink> CreateShellLink() override;
     std::unique_ptr<ShellFolder> SHGetDesktopFolder() override;

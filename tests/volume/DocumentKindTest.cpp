@@ -451,8 +451,7 @@ TEST(DocumentKind, DeflatedListsAreRead) {
                       3),
               std::nullopt);
     EXPECT_EQ(Inflate("\x07", 3), std::nullopt) << "a block of no kind";
-    EXPECT_EQ(Inflate(std::string("\x03\x02\0"sv), 1000), std::nullopt)
-        << "a distance before the beginning";
+    EXPECT_EQ(Inflate(std::string("\x03\x02\0"sv), 1000), std::nullopt) << "a distance before the beginning";
 }
 
 TEST(DocumentKind, TextMayBeEmptyAndInAnyEncoding) {

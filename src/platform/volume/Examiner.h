@@ -27,7 +27,7 @@ class Examiner {
 
     /// The folder for the program's own files, ending in the host's separator: the program's folder; where
     /// the user cannot write there, or it belongs to the evidence, one among the user's settings, which is
-    /// created.
+    /// created. Empty when that would be in the evidence as well.
     [[nodiscard]] std::string ApplicationFolder(const VolumeFiles& evidence) const;
     /// The folder of the executable, ending in the host's separator.
     [[nodiscard]] const std::string& ProgramFolder() const { return programFolder_; }

@@ -201,10 +201,10 @@ std::string VolumePlatform::EnvironmentVariable(const std::string& name) {
 }
 
 std::string VolumePlatform::ApplicationFolder() {
-    if (applicationFolder_.empty()) {
+    if (!applicationFolder_) {
         applicationFolder_ = examiner_.ApplicationFolder(files_);
     }
-    return applicationFolder_;
+    return *applicationFolder_;
 }
 
 std::string VolumePlatform::GetWindowsDirectoryA() {
@@ -232,8 +232,8 @@ std::unique_ptr<InputFile> VolumePlatform::OpenFile(const std::string& path) {
     return files_.Open(path, result);
 }
 
-std::unique_ptr<OutputFile> VolumePlatform::CreateOutputFile(const std::string& path) {
-    return outputs_.Create(path);
+std::unique_ptr<OutputFile> VolumePlatform::CreateOutputFile(const std::string& path, Existing existing) {
+    return outputs_.Create(path, existing);
 }
 
 void VolumePlatform::CreateOutputFolder(const std::string& path) {

@@ -60,6 +60,7 @@ class VolumePlatform final : public Platform {
     std::string EnvironmentVariable(const std::string& name) override;
 
     std::string ApplicationFolder() override;
+    bool MayKeep(const std::string& path) override { return outputs_.MayKeep(path); }
     std::string GetWindowsDirectoryA() override;
     std::string SpecialFolderPath(int csidl) override;
     bool PathFileExistsA(const std::string& path) override;
@@ -67,7 +68,8 @@ class VolumePlatform final : public Platform {
     std::optional<DirectoryEntry> FindEntry(const std::string& path) override;
     std::unique_ptr<InputFile> OpenFile(const std::string& path) override;
     /// By the host's paths, and never within the evidence.
-    std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path) override;
+    std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path,
+                                                 Existing existing = Existing::Replace) override;
     void CreateOutputFolder(const std::string& path) override;
     /// It loads from the volume and saves, by the host's paths, to the examiner's own disk alone.
     std::unique_ptr<ShellLink> CreateShellLink() override;
@@ -114,7 +116,7 @@ class VolumePlatform final : public Platform {
     std::optional<CharsetDecoder> ansi_;
     std::optional<CharsetEncoder> ansiEncoder_;
     std::optional<std::int32_t> bias_;
-    std::string applicationFolder_;
+    std::optional<std::string> applicationFolder_;
 };
 
 }  // namespace ostrevin

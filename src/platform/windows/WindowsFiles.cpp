@@ -154,11 +154,13 @@ std::unique_ptr<InputFile> WindowsPlatform::OpenFile(const std::string& path) {
     return std::make_unique<WindowsInputFile>(std::move(file), static_cast<std::uint64_t>(size.QuadPart));
 }
 
-std::unique_ptr<OutputFile> WindowsPlatform::CreateOutputFile(const std::string& path) {
-    FileHandle file(CreateFileW(Wide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+std::unique_ptr<OutputFile> WindowsPlatform::CreateOutputFile(const std::string& path, Existing existing) {
+    FileHandle file(CreateFileW(Wide(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                existing == Existing::Keep ? CREATE_NEW : CREATE_ALWAYS,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.IsOpen()) {
-        throw PathFileAccessError(path);
+        const bool taken = existing == Existing::Keep && GetLastError() == ERROR_FILE_EXISTS;
+        throw taken ? FileAlreadyExistsError(path) : PathFileAccessError(path);
     }
     return std::make_unique<WindowsOutputFile>(std::move(file), path);
 }

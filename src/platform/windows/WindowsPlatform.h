@@ -69,7 +69,8 @@ class WindowsPlatform final : public Platform {
     std::vector<DirectoryEntry> ListDirectory(const std::string& folder) override;
     std::optional<DirectoryEntry> FindEntry(const std::string& path) override;
     std::unique_ptr<InputFile> OpenFile(const std::string& path) override;
-    std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path) override;
+    std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path,
+                                                 Existing existing = Existing::Replace) override;
     void CreateOutputFolder(const std::string& path) override;
 
     // The shell (WindowsShellLink.cpp, WindowsShell.cpp).

@@ -2,6 +2,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <locale.h>
 #include <thread>
 
@@ -110,6 +111,45 @@ TEST(Examiner, KeepsNothingInTheEvidence) {
     const EnvironmentVariable settings("XDG_CONFIG_HOME", home.Path().string());
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
     EXPECT_EQ(Examiner().ApplicationFolder(VolumeFiles(program.parent_path())), home / "ostrevin/");
+}
+
+TEST(Examiner, MakesNoFolderInTheEvidence) {
+    const TemporaryFolder evidence;
+    const TemporaryFolder outside;
+    evidence.MakeFolder("bin");
+    evidence.MakeFolder("home");
+    outside.MakeLink("home", evidence / "home");
+    outside.MakeLink("dangling", evidence / "new");
+    outside.MakeFolder("real");
+    outside.MakeLink("real/.config", evidence / "home");
+    const VolumeFiles files(evidence.Path());
+    const Examiner examiner(evidence / "bin/");
+    for (const std::string& home :
+         {evidence / "home", outside / "home", outside / "real", evidence / "none/deep"}) {
+        const EnvironmentVariable unset("XDG_CONFIG_HOME", "");
+        const EnvironmentVariable homeFolder("HOME", home);
+        EXPECT_EQ(examiner.ApplicationFolder(files), "") << home;
+        const EnvironmentVariable settings("XDG_CONFIG_HOME", home);
+        EXPECT_EQ(examiner.ApplicationFolder(files), home == outside / "real" ? home + "/ostrevin/" : "")
+            << home;
+    }
+    const std::filesystem::recursive_directory_iterator entries(evidence.Path());
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 2);
+    // A folder outside, in which a file of ours would lead inside.
+    TestVolume volume;
+    const auto platform = volume.Make();
+    const TemporaryFolder own;
+    volume.folder.Write("old.ini", "old");
+    own.MakeLink("link.ini", volume.folder / "old.ini");
+    own.MakeLink("new.ini", volume.folder / "new.ini");
+    std::filesystem::create_hard_link(volume.folder / "old.ini", own / "same.ini");
+    own.Write("mine.ini", "mine");
+    EXPECT_TRUE(platform->MayKeep(own / "mine.ini"));
+    EXPECT_TRUE(platform->MayKeep(own / "none.ini"));
+    for (const std::string& path : {own / "link.ini", own / "new.ini", own / "same.ini",
+                                    volume.folder / "a.ini", own / "none/a.ini", std::string()}) {
+        EXPECT_FALSE(platform->MayKeep(path)) << path;
+    }
 }
 
 /// A desktop whose opener notes what it is given.

@@ -1,7 +1,11 @@
 // Files that the program writes: on the examiner's disk alone, wherever links lead.
 #include <array>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <string>
+#include <sys/mount.h>
 #include <unistd.h>
+#include <vector>
 
 #include "platform/volume/VolumePlatform.h"
 #include "tests/volume/TestVolume.h"
@@ -47,6 +51,87 @@ TEST_F(OutputFilesTest, NoOutputFileLiesWithinTheEvidence) {
     EXPECT_FALSE(std::filesystem::exists(volume_.folder / "new.htm"));
     EXPECT_FALSE(std::filesystem::exists(volume_.folder / "WINDOWS/new.htm"));
     EXPECT_EQ(BytesOfFile(volume_.folder / "old.htm"), "old");
+}
+
+TEST_F(OutputFilesTest, AFileToBeKeptIsKept) {
+    const TemporaryFolder own;
+    own.Write("old.htm", "old");
+    own.MakeLink("link.htm", "old.htm");
+    own.MakeLink("dangling.htm", "none.htm");
+    const auto platform = volume_.Make();
+    for (const char* name : {"old.htm", "link.htm"}) {
+        try {
+            platform->CreateOutputFile(own / name, Existing::Keep);
+            ADD_FAILURE() << name;
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Number(), RuntimeError::kFileAlreadyExists);
+            EXPECT_EQ(error.what(), "File already exists: " + own / name);
+        }
+    }
+    EXPECT_THROW(platform->CreateOutputFile(own / "dangling.htm", Existing::Keep), RuntimeError);
+    EXPECT_EQ(BytesOfFile(own / "old.htm"), "old");
+    platform->CreateOutputFile(own / "new.htm", Existing::Keep)->Write("new");
+    EXPECT_EQ(BytesOfFile(own / "new.htm"), "new");
+}
+
+/// Mounts that only this process sees, and that end with it.
+class MountsTest : public OutputFilesTest {
+  protected:
+    void SetUp() override {
+        if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0) {
+            GTEST_SKIP() << "this user may not mount";
+        }
+    }
+    void TearDown() override {
+        for (auto place = places_.rbegin(); place != places_.rend(); ++place) {
+            umount2(place->c_str(), MNT_DETACH);
+        }
+    }
+    void Bind(const std::string& what, const std::string& where) {
+        ASSERT_EQ(mount(what.c_str(), where.c_str(), nullptr, MS_BIND, nullptr), 0) << where;
+        places_.push_back(where);
+    }
+
+  private:
+    std::vector<std::string> places_;
+};
+
+TEST_F(MountsTest, NoMountLeadsOutputIntoTheEvidence) {
+    const TemporaryFolder own;
+    for (const char* name : {"a folder", "whole", "deep", "outside"}) {
+        own.MakeFolder(name);
+    }
+    volume_.folder.MakeFolder("Docs/deep");
+    volume_.folder.Write("old.htm", "old");
+    own.Write("file.htm", "");
+    Bind(volume_.folder / "Docs", own / "a folder");
+    Bind(volume_.folder.Path().string(), own / "whole");
+    Bind(volume_.folder / "Docs/deep", own / "deep");
+    Bind(volume_.folder / "old.htm", own / "file.htm");
+    const auto platform = volume_.Make();
+    for (const std::string& path :
+         {own / "a folder/new.htm", own / "whole/new.htm", own / "whole/Docs/new.htm", own / "deep/new.htm",
+          own / "a folder/deep/new.htm", own / "file.htm"}) {
+        EXPECT_EQ(FailureOf([&] { platform->CreateOutputFile(path); }), "Path/File access error: " + path);
+        EXPECT_FALSE(platform->MayKeep(path)) << path;
+    }
+    EXPECT_NE(FailureOf([&] { platform->CreateOutputFolder(own / "a folder/new"); }), "");
+    EXPECT_EQ(BytesOfFile(volume_.folder / "old.htm"), "old");
+    EXPECT_TRUE(std::filesystem::is_empty(volume_.folder / "Docs/deep"));
+    WriteOutput(*platform, own / "outside/a.htm", "text");
+    EXPECT_EQ(BytesOfFile(own / "outside/a.htm"), "text") << "beside the mounts there is room";
+}
+
+TEST_F(MountsTest, WhatIsMountedInTheEvidenceIsEvidence) {
+    const TemporaryFolder other;
+    other.MakeFolder("part");
+    other.MakeFolder("free");
+    volume_.folder.MakeFolder("Mounted");
+    Bind(other / "part", volume_.folder / "Mounted");
+    const auto platform = volume_.Make();
+    const std::string path = other / "part/a.htm";
+    EXPECT_EQ(FailureOf([&] { platform->CreateOutputFile(path); }), "Path/File access error: " + path);
+    WriteOutput(*platform, other / "free/a.htm", "text");
 }
 
 TEST_F(OutputFilesTest, WhatIsNoPlaceForAnOutputFileIsRefused) {

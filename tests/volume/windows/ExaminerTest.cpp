@@ -1,6 +1,8 @@
 // The person at the screen of a Windows host.
 #include <windows.h>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <shlobj.h>
 
 #include "platform/Dates.h"
 #include "platform/FilePath.h"
@@ -69,6 +71,16 @@ TEST(Examiner, KeepsItsFilesBesideTheProgramButNothingInTheEvidence) {
     EXPECT_TRUE(std::filesystem::is_directory(FilePath(elsewhere)));
     EXPECT_TRUE(VolumeFiles(program.Utf8Path()).IsOutside(elsewhere));
     EXPECT_TRUE(std::filesystem::is_directory(FilePath(Examiner().ProgramFolder())));
+}
+
+TEST(Examiner, MakesNoFolderInTheEvidence) {
+    // A volume that holds the program as well as the user's settings.
+    wchar_t settings[MAX_PATH] = {};
+    ASSERT_NE(SHGetSpecialFolderPathW(nullptr, settings, CSIDL_APPDATA, FALSE), FALSE);
+    const std::u8string settingsName = std::filesystem::path(settings).parent_path().u8string();
+    const VolumeFiles holdingSettings(std::string(settingsName.begin(), settingsName.end()));
+    const std::u8string own = (std::filesystem::path(settings) / "bin\\").u8string();
+    EXPECT_EQ(Examiner(std::string(own.begin(), own.end())).ApplicationFolder(holdingSettings), "");
 }
 
 TEST(Examiner, ResolvesPathsOfTheHost) {

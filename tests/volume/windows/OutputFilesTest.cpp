@@ -63,6 +63,25 @@ TEST_F(OutputFilesTest, AreRefusedWhereThereIsNoPlaceForThem) {
     }
 }
 
+TEST_F(OutputFilesTest, AreNotWrittenOverWhatIsToBeKept) {
+    const TemporaryFolder own;
+    own.Write("old.htm", "old");
+    const auto platform = volume_.Make();
+    try {
+        platform->CreateOutputFile(own / "OLD.htm", Existing::Keep);
+        ADD_FAILURE();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), RuntimeError::kFileAlreadyExists);
+    }
+    EXPECT_EQ(BytesOfFile(own / "old.htm"), "old");
+    platform->CreateOutputFile(own / "new.htm", Existing::Keep)->Write("new");
+    EXPECT_EQ(BytesOfFile(own / "new.htm"), "new");
+    EXPECT_TRUE(platform->MayKeep(own / "new.htm"));
+    EXPECT_TRUE(platform->MayKeep(own / "none.ini"));
+    EXPECT_FALSE(platform->MayKeep(volume_.folder / "none.ini"));
+    EXPECT_FALSE(platform->MayKeep(own.Utf8Path()));
+}
+
 TEST_F(OutputFilesTest, AreFoundByThePathTheyWereGiven) {
     const TemporaryFolder own;
     own.Write("other.htm", "text");

@@ -127,6 +127,17 @@ TEST_F(WindowsFilesTest, WritesAFileAnew) {
     }
 }
 
+TEST_F(WindowsFilesTest, WritesOverNothingThatIsToBeKept) {
+    platform.CreateOutputFile(folder.Path("a.htm"), Existing::Keep)->Write("first");
+    try {
+        platform.CreateOutputFile(folder.Path("A.htm"), Existing::Keep);
+        ADD_FAILURE();
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Number(), 58U);
+        EXPECT_EQ(error.what(), "File already exists: " + folder.Path("A.htm"));
+    }
+}
+
 TEST_F(WindowsFilesTest, TellsWhatCannotBeWritten) {
     for (const std::string& path : {folder.Path("none\\a.htm"), folder.Path(), std::string()}) {
         try {

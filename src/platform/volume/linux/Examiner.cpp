@@ -97,6 +97,15 @@ std::string SettingsFolder() {
     return home.starts_with('/') ? home + "/.config" : std::string();
 }
 
+/// The folder itself, or the first one above it that is there.
+std::string NearestFolder(std::filesystem::path folder) {
+    std::error_code error;
+    while (!std::filesystem::exists(folder, error) && folder.has_relative_path()) {
+        folder = folder.parent_path();
+    }
+    return folder.string();
+}
+
 /// A program that the environment's PATH has, running with no input and with its messages thrown away.
 /// Its output goes to a descriptor, or kNowhere. None when it cannot start.
 std::optional<pid_t> Start(const std::vector<std::string>& command, int output) {
@@ -161,10 +170,13 @@ std::int32_t Examiner::UtcBias() const {
 std::string Examiner::ApplicationFolder(const VolumeFiles& evidence) const {
     const std::string settings = SettingsFolder();
     const bool writable = faccessat(AT_FDCWD, programFolder_.c_str(), W_OK, AT_EACCESS) == 0;
-    if (settings.empty() || (writable && evidence.IsOutside(programFolder_))) {
+    if ((settings.empty() || writable) && evidence.IsOutside(programFolder_)) {
         return programFolder_;
     }
     std::string folder = settings + "/ostrevin/";
+    if (settings.empty() || !evidence.IsOutside(NearestFolder(folder))) {
+        return {};
+    }
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     return folder;

@@ -12,6 +12,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/volume/VolumeFiles.h"
 #include "platform/volume/linux/FileDescriptor.h"
+#include "platform/volume/linux/Mounts.h"
 
 namespace ostrevin {
 namespace {
@@ -49,16 +50,26 @@ bool IsWritableKind(const struct stat& status) {
            S_ISFIFO(status.st_mode);
 }
 
+/// Whether a file is one of the volume's that is mounted at a place of its own.
+bool IsEvidence(const FileDescriptor& file, const VolumeFiles& evidence) {
+    const FileDescriptor root(open(evidence.RootPath().c_str(), O_PATH | O_CLOEXEC));
+    return root.IsOpen() && LiesBelowByMounts(file.Number(), root.Number());
+}
+
 }  // namespace
 
-std::unique_ptr<OutputFile> OutputFiles::Create(const std::string& path) {
+std::unique_ptr<OutputFile> OutputFiles::Create(const std::string& path, Existing existing) {
     const std::string place = PlaceOutside(path);
     constexpr mode_t kRights = 0666;
     // Emptied only once it is known what it is; without waiting, should it be a pipe that nobody reads.
-    FileDescriptor file(open(place.c_str(), O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, kRights));
+    const int flags = O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    FileDescriptor file(open(place.c_str(), existing == Existing::Keep ? flags | O_EXCL : flags, kRights));
+    if (!file.IsOpen() && existing == Existing::Keep && errno == EEXIST) {
+        throw FileAlreadyExistsError(path);
+    }
     struct stat status {};
     if (!file.IsOpen() || fstat(file.Number(), &status) != 0 || !IsWritableKind(status) ||
-        fcntl(file.Number(), F_SETFL, 0) != 0) {
+        IsEvidence(file, evidence_) || fcntl(file.Number(), F_SETFL, 0) != 0) {
         throw PathFileAccessError(path);
     }
     if (S_ISREG(status.st_mode)) {
@@ -68,6 +79,17 @@ std::unique_ptr<OutputFile> OutputFiles::Create(const std::string& path) {
         places_[path] = place;
     }
     return std::make_unique<HostOutputFile>(std::move(file), path);
+}
+
+bool OutputFiles::MayKeep(const std::string& path) const {
+    try {
+        const FileDescriptor file(open(PlaceOutside(path).c_str(), O_PATH | O_CLOEXEC));
+        struct stat status {};
+        return !file.IsOpen() || (fstat(file.Number(), &status) == 0 && S_ISREG(status.st_mode) &&
+                                  status.st_nlink == 1 && !IsEvidence(file, evidence_));
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 void OutputFiles::CreateFolder(const std::string& path) const {

@@ -84,7 +84,7 @@ std::string ExecutableFolder() {
 /// The user's folder for the settings of programs; empty when there is none.
 std::string SettingsFolder() {
     std::array<wchar_t, MAX_PATH> folder{};
-    return SHGetSpecialFolderPathW(nullptr, folder.data(), CSIDL_APPDATA, TRUE) != FALSE
+    return SHGetSpecialFolderPathW(nullptr, folder.data(), CSIDL_APPDATA, FALSE) != FALSE
                ? FromWide(folder.data())
                : std::string();
 }
@@ -123,13 +123,14 @@ std::int32_t Examiner::UtcBias() const {
 
 std::string Examiner::ApplicationFolder(const VolumeFiles& evidence) const {
     const std::string settings = SettingsFolder();
-    if (settings.empty() || (evidence.IsOutside(programFolder_) && CanMakeFiles(programFolder_))) {
+    if ((settings.empty() || CanMakeFiles(programFolder_)) && evidence.IsOutside(programFolder_)) {
         return programFolder_;
     }
-    const std::string folder = WithSeparator(settings) + "Ostrevin";
-    if (evidence.IsOutside(settings)) {
-        CreateDirectoryW(ToWide(folder).c_str(), nullptr);
+    if (settings.empty() || !evidence.IsOutside(settings)) {
+        return {};
     }
+    const std::string folder = WithSeparator(settings) + "Ostrevin";
+    CreateDirectoryW(ToWide(folder).c_str(), nullptr);
     return WithSeparator(folder);
 }
 

@@ -49,16 +49,32 @@ bool IsWritableKind(const FileHandle& file) {
 
 }  // namespace
 
-std::unique_ptr<OutputFile> OutputFiles::Create(const std::string& path) {
+std::unique_ptr<OutputFile> OutputFiles::Create(const std::string& path, Existing existing) {
     const std::string place = PlaceOutside(path);
     // Emptied only once it is known what it is.
     FileHandle file(CreateFileW(ExtendedPath(ToWide(place)).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+                                existing == Existing::Keep ? CREATE_NEW : OPEN_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+    if (!file.IsOpen() && existing == Existing::Keep && GetLastError() == ERROR_FILE_EXISTS) {
+        throw FileAlreadyExistsError(path);
+    }
     if (!file.IsOpen() || !IsWritableKind(file) || SetEndOfFile(file.Get()) == 0) {
         throw PathFileAccessError(path);
     }
     places_[path] = place;
     return std::make_unique<HostOutputFile>(std::move(file), path);
+}
+
+bool OutputFiles::MayKeep(const std::string& path) const {
+    try {
+        const std::wstring place = ExtendedPath(ToWide(PlaceOutside(path)));
+        const FileHandle file(
+            CreateFileW(place.c_str(), FILE_READ_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                        FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+        return !file.IsOpen() || IsWritableKind(file);
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 void OutputFiles::CreateFolder(const std::string& path) const {
