@@ -10,14 +10,19 @@ namespace {
 using namespace std::string_view_literals;
 
 // In small letters, as the text is compared.
-constexpr std::array kScriptStarts = {"#!"sv, "%!"sv, "@echo"sv, "!<arch>"sv};
+constexpr std::array kScriptStarts = {"#!"sv,        "%!"sv,        "@echo"sv,
+                                      "@rem"sv,      "@set"sv,      "@ echo"sv,
+                                      "@ rem"sv,     "regedit4"sv,  "windows registry editor"sv,
+                                      "[autorun]"sv, "[version]"sv, "[shell]"sv,
+                                      "!<arch>"sv};
 constexpr std::array kStarters = {"[desktop entry]"sv, "[internetshortcut]"sv};
 constexpr std::array kTags = {"<!doctype"sv, "<?xml"sv,  "<html"sv,   "<head"sv,   "<title"sv, "<body"sv,
                               "<script"sv,   "<style"sv, "<iframe"sv, "<table"sv,  "<h1"sv,    "<a href="sv,
                               "<svg"sv,      "<!--"sv,   "<?php"sv,   "<object"sv, "<embed"sv};
-constexpr std::array kOtherStarts = {"%pdf-"sv,         "{\\rtf"sv,        "from:"sv,       "received:"sv,
-                                     "return-path:"sv,  "mime-version:"sv, "message-id:"sv, "delivered-to:"sv,
-                                     "content-type:"sv, "begin:v"sv,       "bzh"sv};
+constexpr std::array kOtherStarts = {
+    "%pdf-"sv,          "{\\rtf"sv,      "from:"sv,         "received:"sv,     "return-path:"sv,
+    "mime-version:"sv,  "message-id:"sv, "delivered-to:"sv, "content-type:"sv, "begin:v"sv,
+    "relay-version:"sv, "xref:"sv,       "n#! rnews"sv,     "d8:announce"sv,   "bzh"sv};
 
 /// The text in small letters, with no mark of its encoding; what is not ASCII is a byte that is none.
 std::string Comparable(std::string_view beginning) {
