@@ -4,6 +4,7 @@
 #include <optional>
 
 #include <QApplication>
+#include <QSettings>
 
 #include "platform/Text.h"
 #include "platform/volume/VolumePlatform.h"
@@ -48,6 +49,8 @@ int main(int count, char** arguments) {
         std::cerr << "usage: ostrevin [VOLUME]" << std::endl;
         return kUsage;
     }
+    // What the file dialogs would keep of places seen could land in the evidence: they keep it nowhere.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
     QtToolkit toolkit;
     const bool chosen = count < 2;
     const std::string volume = chosen ? toolkit.ChooseFolder("Choose a Windows volume") : arguments[1];
