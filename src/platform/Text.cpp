@@ -271,14 +271,17 @@ std::string PlainLine(std::string_view text) {
 }
 
 std::string ReplaceAll(std::string text, std::string_view search, std::string_view replacement) {
-    if (search.empty()) {
+    std::size_t at = search.empty() ? std::string::npos : text.find(search);
+    if (at == std::string::npos) {
         return text;
     }
-    for (std::size_t at = text.find(search); at != std::string::npos;
-         at = text.find(search, at + replacement.size())) {
-        text.replace(at, search.size(), replacement);
+    std::string replaced;
+    std::size_t done = 0;
+    for (; at != std::string::npos; at = text.find(search, done)) {
+        replaced.append(text, done, at - done).append(replacement);
+        done = at + search.size();
     }
-    return text;
+    return replaced.append(text, done);
 }
 
 }  // namespace ostrevin

@@ -81,19 +81,17 @@ std::vector<std::size_t> CombSortOrder(std::span<const std::string* const> keys)
         }
         return order;
     }
-    std::size_t gap = ranked.size();
-    for (bool sorted = false; !sorted;) {
-        if (gap > 1) {
-            gap = NextGap(gap);
-        }
-        sorted = gap == 1;
+    for (std::size_t gap = NextGap(ranked.size()); gap > 1; gap = NextGap(gap)) {
         for (std::size_t i = 0; i + gap < ranked.size(); ++i) {
             if (ranked[i].rank > ranked[i + gap].rank) {
                 std::swap(ranked[i], ranked[i + gap]);
-                sorted = false;
             }
         }
     }
+    // The passes with gap 1 exchange neighbours only and never equal ones, so that they come to the stable
+    // order, for which bad luck, or ill will, could make them need as many passes as there are keys.
+    std::stable_sort(ranked.begin(), ranked.end(),
+                     [](const Ranked& left, const Ranked& right) { return left.rank < right.rank; });
     std::transform(ranked.begin(), ranked.end(), order.begin(),
                    [](const Ranked& entry) { return entry.index; });
     return order;

@@ -66,6 +66,18 @@ TEST(Text, APlainLineHoldsNothingThatSteersATerminal) {
 TEST(Text, ReplaceAllDoesNotLookAtWhatItPutIn) {
     EXPECT_EQ(ReplaceAll("aXbX", "X", "XX"), "aXXbXX");
     EXPECT_EQ(ReplaceAll("abc", "", "x"), "abc");
+    EXPECT_EQ(ReplaceAll("aaa", "a", ""), "");
+    EXPECT_EQ(ReplaceAll("ab", "ab", "c"), "c");
+    EXPECT_EQ(ReplaceAll("xab", "b", "c"), "xac");
+}
+
+TEST(Text, ReplaceAllMovesEachCharacterOnce) {
+    // To move all that follows at each of half a million places would take minutes.
+    std::string text;
+    for (int i = 0; i < 500'000; ++i) {
+        text += "%SystemDrive%";
+    }
+    EXPECT_EQ(ReplaceAll(std::move(text), "%SystemDrive%", "C:").size(), 1'000'000U);
 }
 
 }  // namespace

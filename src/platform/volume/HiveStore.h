@@ -41,11 +41,13 @@ class HiveStore {
     /// When the hive in a file was written last (FILETIME), without reading more than its beginning.
     [[nodiscard]] std::optional<std::uint64_t> LastWritten(const std::string& path) const;
 
+    /// Tells the examiner of a file, or of what stands in one, once each.
+    void Tell(const std::string& file, const std::string& reason);
+
   private:
     std::unique_ptr<regf::Hive> Read(const std::string& path, const std::string& hostPath,
                                      std::int32_t& result);
     [[nodiscard]] regf::Logs OpenLogs(const std::string& path) const;
-    void Tell(const std::string& file, const std::string& reason);
 
     const VolumeFiles& files_;
     FewOpenFiles openFiles_;

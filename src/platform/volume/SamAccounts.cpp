@@ -47,7 +47,14 @@ std::string EightHexDigits(std::uint32_t number) {
 
 }  // namespace
 
-std::string SamAccounts::MachineSid() const {
+const std::string& SamAccounts::MachineSid() {
+    if (!machineSid_) {
+        machineSid_ = ReadMachineSid();
+    }
+    return *machineSid_;
+}
+
+std::string SamAccounts::ReadMachineSid() const {
     // Revision 1, four sub-authorities, authority 5, and the first sub-authority, 21.
     constexpr std::array<std::byte, 12> kHead = {std::byte{1},  std::byte{4}, std::byte{}, std::byte{},
                                                  std::byte{},   std::byte{},  std::byte{}, std::byte{5},

@@ -18,12 +18,15 @@ class SamAccounts {
     explicit SamAccounts(VolumeRegistry& registry) : registry_(registry) {}
 
     /// The machine's security identifier in text form ("S-1-5-21-1-2-3"); empty when it is not known.
-    [[nodiscard]] std::string MachineSid() const;
+    [[nodiscard]] const std::string& MachineSid();
     /// The name of the account with this relative identifier; none when there is no such account.
     [[nodiscard]] std::optional<std::string> NameOf(std::uint32_t relativeId) const;
 
   private:
+    [[nodiscard]] std::string ReadMachineSid() const;
+
     VolumeRegistry& registry_;
+    std::optional<std::string> machineSid_;
 };
 
 }  // namespace ostrevin

@@ -8,6 +8,7 @@
 #include "platform/Text.h"
 #include "platform/volume/HiveStore.h"
 #include "platform/volume/VolumeEnvironment.h"
+#include "platform/volume/VolumeFiles.h"
 #include "platform/volume/VolumeRegistry.h"
 
 namespace ostrevin {
@@ -75,11 +76,20 @@ VolumeAccounts::VolumeAccounts(HiveStore& hives, VolumeRegistry& registry, Volum
       environment_(environment),
       sam_(registry),
       profiles_(ReadProfiles()),
+      profilesBySid_(IndexProfiles()),
       loggedOn_(FindLoggedOnUser()) {}
 
 std::optional<std::string> VolumeAccounts::NameOf(const std::string& sid) {
-    const auto known = names_.find(sid);
-    return known == names_.end() ? names_.emplace(sid, FindName(sid)).first->second : known->second;
+    constexpr std::uint32_t kLongestName = 256;  // the most characters that Windows takes for a user's name
+    if (const auto known = names_.find(sid); known != names_.end()) {
+        return known->second;
+    }
+    std::optional<std::string> name = FindName(sid);
+    if (name && Utf16Length(*name) > kLongestName) {
+        hives_.Tell(sid, "The account's name is longer than any of Windows'. It is cut.");
+        name = Beginning(*name, kLongestName);
+    }
+    return names_.emplace(sid, std::move(name)).first->second;
 }
 
 bool VolumeAccounts::CanReadEverything(std::vector<std::string> hives) const {
@@ -106,10 +116,22 @@ std::vector<VolumeAccounts::Profile> VolumeAccounts::ReadProfiles() {
     if (const std::optional<regf::Key> list = registry_.Find(kLocalMachine, kProfileList)) {
         for (const regf::Key& key : list->SubKeys()) {
             const std::optional<regf::Value> path = key.FindValue("ProfileImagePath");
-            profiles.push_back({key.Name(), path ? environment_.Expand(TextOf(*path)) : std::string()});
+            std::string folder = path ? environment_.Expand(TextOf(*path)) : std::string();
+            if (Utf16Length(folder) > kLongestPath) {
+                folder.clear();  // Windows has no such folder
+            }
+            profiles.push_back({key.Name(), std::move(folder)});
         }
     }
     return profiles;
+}
+
+std::map<std::string, std::size_t> VolumeAccounts::IndexProfiles() const {
+    std::map<std::string, std::size_t> index;
+    for (std::size_t i = 0; i < profiles_.size(); ++i) {
+        index.emplace(UpperCase(profiles_[i].sid), i);  // the first of several
+    }
+    return index;
 }
 
 std::optional<std::string> VolumeAccounts::FindName(const std::string& sid) {
@@ -120,9 +142,8 @@ std::optional<std::string> VolumeAccounts::FindName(const std::string& sid) {
     if (parts->domain == sam_.MachineSid()) {
         return sam_.NameOf(parts->relativeId);
     }
-    const auto profile = std::find_if(profiles_.begin(), profiles_.end(),
-                                      [&](const Profile& p) { return EqualNoCase(p.sid, sid); });
-    return profile == profiles_.end() ? std::nullopt : DomainName(*profile);
+    const auto profile = profilesBySid_.find(UpperCase(sid));
+    return profile == profilesBySid_.end() ? std::nullopt : DomainName(profiles_[profile->second]);
 }
 
 std::optional<std::string> VolumeAccounts::DomainName(const Profile& profile) {

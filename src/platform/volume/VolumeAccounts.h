@@ -47,6 +47,7 @@ class VolumeAccounts {
 
   private:
     [[nodiscard]] std::vector<Profile> ReadProfiles();
+    [[nodiscard]] std::map<std::string, std::size_t> IndexProfiles() const;
     [[nodiscard]] std::optional<std::string> FindName(const std::string& sid);
     [[nodiscard]] std::optional<std::string> DomainName(const Profile& profile);
     [[nodiscard]] std::optional<User> FindLoggedOnUser();
@@ -56,6 +57,7 @@ class VolumeAccounts {
     VolumeEnvironment& environment_;
     SamAccounts sam_;
     std::vector<Profile> profiles_;
+    std::map<std::string, std::size_t> profilesBySid_;         // by upper-cased identifier
     std::map<std::string, std::optional<std::string>> names_;  // by security identifier
     std::optional<User> loggedOn_;
 };

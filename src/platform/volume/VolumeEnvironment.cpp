@@ -11,7 +11,10 @@
 namespace ostrevin {
 namespace {
 
-constexpr std::size_t kLongestExpansion = 32767;  // of a text with variables, as in Windows
+// Windows' own bounds, in characters: of a text with its variables replaced, and of all variables together,
+// each as NAME=value with a NUL.
+constexpr std::size_t kLongestExpansion = 32767;
+constexpr std::size_t kLargestEnvironment = 32767;
 
 constexpr const char* kProfileList = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList";
 constexpr const char* kWindows = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion";
@@ -21,8 +24,9 @@ constexpr const char* kUserVariables = "Environment";
 
 }  // namespace
 
-VolumeEnvironment::VolumeEnvironment(VolumeRegistry& registry, const std::string& windowsFolder)
-    : registry_(registry) {
+VolumeEnvironment::VolumeEnvironment(VolumeRegistry& registry, const std::string& windowsFolder,
+                                     Notice notice)
+    : registry_(registry), notice_(std::move(notice)) {
     Set("SystemRoot", windowsFolder);
     Set("windir", windowsFolder);
     Set("SystemDrive", windowsFolder.substr(0, 2));
@@ -73,17 +77,32 @@ void VolumeEnvironment::SetFromMachine() {
 }
 
 /// Sets the values of a key: plain texts first, so that those with variables may name them. Each is expanded
-/// once, as at a log-on.
+/// once, as at a log-on. What finds no room in Windows' environment is left out.
 void VolumeEnvironment::SetStored(KeyHandle root, std::string_view path) {
     const std::optional<regf::Key> key = registry_.Find(root, path);
     const std::vector<regf::Value> values = key ? key->Values() : std::vector<regf::Value>();
+    std::size_t room = kLargestEnvironment;
+    bool isCut = false;
     for (const std::uint32_t type : {kRegSz, kRegExpandSz}) {
         for (const regf::Value& value : values) {
-            if (value.Type() == type) {
-                const std::string text = TextOf(value);
-                Set(value.Name(), type == kRegExpandSz ? ExpandKnown(text) : text);
+            if (value.Type() != type) {
+                continue;
             }
+            const std::string name = value.Name();
+            const std::string stored = TextOf(value);
+            const std::string text = type == kRegExpandSz ? ExpandKnown(stored) : stored;
+            const std::size_t size = std::size_t{Utf16Length(name)} + Utf16Length(text) + 2;
+            if (size > room) {
+                isCut = true;
+                continue;
+            }
+            room -= size;
+            Set(name, text);
         }
+    }
+    if (isCut && notice_) {
+        notice_(std::string(path) +
+                ": There are more variables than Windows has room for. Not all are used.");
     }
 }
 

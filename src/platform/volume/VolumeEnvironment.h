@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/Platform.h"
+#include "platform/volume/HiveStore.h"
 
 namespace ostrevin {
 
@@ -14,8 +15,9 @@ class VolumeRegistry;
 
 class VolumeEnvironment {
   public:
-    /// windowsFolder is the machine's path of it ("C:\WINDOWS").
-    VolumeEnvironment(VolumeRegistry& registry, const std::string& windowsFolder);
+    /// windowsFolder is the machine's path of it ("C:\WINDOWS"). notice, which may be empty, hears of stored
+    /// variables for which there is no room.
+    VolumeEnvironment(VolumeRegistry& registry, const std::string& windowsFolder, Notice notice);
 
     /// Adds the variables of a user, whose hive is HKEY_CURRENT_USER; its own ones when they are asked for.
     void SetUser(const std::string& name, const std::string& profile);
@@ -33,6 +35,7 @@ class VolumeEnvironment {
     void Complete();
 
     VolumeRegistry& registry_;
+    Notice notice_;
     std::map<std::string, std::string> variables_;  // by upper-cased name
     bool machineIsIn_ = false;                      // the variables that stand in the machine's hives
     bool userIsIn_ = true;                          // those that stand in the user's; without a user none

@@ -8,8 +8,6 @@
 namespace ostrevin {
 namespace {
 
-constexpr std::uint32_t kLongestPath = 259;  // UTF-16 code units, without the terminating NUL
-
 bool IsSeparator(char character) {
     return character == '\\' || character == '/';
 }

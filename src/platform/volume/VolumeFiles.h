@@ -17,6 +17,9 @@
 
 namespace ostrevin {
 
+/// The longest path that Windows' calls take, in UTF-16 code units without the terminating NUL.
+inline constexpr std::uint32_t kLongestPath = 259;
+
 /// Splits an absolute Windows path ("C:\Docs\a.txt", or "\Docs\a.txt" for the same drive) into its
 /// components,
 /// "." and ".." resolved, dots and blanks at the end of a component left out as Windows does. None for

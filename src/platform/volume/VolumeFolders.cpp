@@ -4,7 +4,9 @@
 #include <iterator>
 
 #include "platform/Platform.h"
+#include "platform/Text.h"
 #include "platform/volume/VolumeEnvironment.h"
+#include "platform/volume/VolumeFiles.h"
 #include "platform/volume/VolumeRegistry.h"
 
 namespace ostrevin {
@@ -78,8 +80,8 @@ constexpr const char* kExplorer = "Software\\Microsoft\\Windows\\CurrentVersion\
 
 std::string VolumeFolders::Path(int csidl) const {
     const std::string path = environment_.Expand(StoredPath(csidl));
-    // A folder whose variable is not set lies nowhere.
-    return path.starts_with('%') ? std::string() : path;
+    // A folder whose variable is not set lies nowhere, and the shell's call has no room for a longer path.
+    return path.starts_with('%') || Utf16Length(path) > kLongestPath ? std::string() : path;
 }
 
 std::string VolumeFolders::StoredPath(int csidl) const {

@@ -15,7 +15,8 @@ class VolumeFolders {
 
     /// From "Shell Folders", else from "User Shell Folders" with its variables expanded; where neither has
     /// the Recent folder (8), the History folder (34) or the Common Programs (23), where the system keeps
-    /// them unless told otherwise. Empty for a folder that the registry does not tell.
+    /// them unless told otherwise. Empty for a folder that the registry does not
+    /// tell, and for a path longer than Windows' 259 characters.
     [[nodiscard]] std::string Path(int csidl) const;
 
   private:

@@ -95,14 +95,15 @@ std::optional<std::uint32_t> NumberOf(const regf::Value& value) {
 VolumeRegistry::VolumeRegistry(const VolumeFiles& files, HiveStore& hives) : files_(files), hives_(hives) {}
 
 void VolumeRegistry::Mount(KeyHandle root, const std::string& name, const std::string& file) {
-    AddMount({root, name, file});
+    AddMount(root, {name, file});
 }
 
-void VolumeRegistry::AddMount(MountPoint mount) {
-    mounts_.push_back(std::move(mount));
-    mounts_.sort([](const MountPoint& left, const MountPoint& right) {
-        return UpperCase(left.name) < UpperCase(right.name);
-    });
+void VolumeRegistry::AddMount(KeyHandle root, MountPoint mount) {
+    if (std::optional<std::string> place = files_.HostPath(mount.file)) {
+        mountedFiles_.insert(std::move(*place));
+    }
+    std::string name = UpperCase(mount.name);
+    mounts_.try_emplace({root, std::move(name)}, std::move(mount));
 }
 
 std::optional<regf::Key> VolumeRegistry::Find(KeyHandle root, std::string_view path) {
@@ -151,7 +152,7 @@ std::int32_t VolumeRegistry::RegOpenKeyExA(KeyHandle key, const std::string& sub
         return kFileNotFound;
     }
     result = nextHandle_++;
-    open_.emplace(result, OpenKey{*node, {}, {}});
+    open_.emplace(result, OpenKey{*node, {}, 0, {}});
     return kSuccess;
 }
 
@@ -249,10 +250,7 @@ std::int32_t VolumeRegistry::RegLoadKeyA(KeyHandle root, const std::string& subK
     }
     // The machine holds the file of a loaded hive open and shares it with nobody.
     const std::optional<std::string> place = files_.HostPath(file);
-    const bool loaded = std::any_of(mounts_.begin(), mounts_.end(), [&](const MountPoint& mount) {
-        return place && files_.HostPath(mount.file) == place;
-    });
-    if (loaded) {
+    if (place && mountedFiles_.contains(*place)) {
         return kSharingViolation;
     }
     const regf::Hive* hive = hives_.Load(file, code);
@@ -262,7 +260,7 @@ std::int32_t VolumeRegistry::RegLoadKeyA(KeyHandle root, const std::string& subK
     if (FindMount(above, subKey) != nullptr) {
         return kAccessDenied;
     }
-    AddMount({above, subKey, file, true, hive});
+    AddMount(above, {subKey, file, true, hive});
     return kSuccess;
 }
 
@@ -279,7 +277,7 @@ VolumeRegistry::OpenKey* VolumeRegistry::Lookup(KeyHandle handle, std::int32_t& 
         result = kFileNotFound;
         return nullptr;
     }
-    return &open_.emplace(handle, OpenKey{*node, {}, {}}).first->second;
+    return &open_.emplace(handle, OpenKey{*node, {}, 0, {}}).first->second;
 }
 
 std::optional<VolumeRegistry::Node> VolumeRegistry::Resolve(KeyHandle root) {
@@ -335,18 +333,20 @@ const regf::Hive* VolumeRegistry::HiveOf(MountPoint& mount) {
 }
 
 VolumeRegistry::MountPoint* VolumeRegistry::FindMount(KeyHandle root, std::string_view name) {
-    const auto found = std::find_if(mounts_.begin(), mounts_.end(), [&](const MountPoint& mount) {
-        return mount.root == root && EqualNoCase(mount.name, name);
-    });
-    return found == mounts_.end() ? nullptr : &*found;
+    const auto found = mounts_.find({root, UpperCase(name)});
+    return found == mounts_.end() ? nullptr : &found->second;
 }
 
 const std::vector<VolumeRegistry::SubKey>& VolumeRegistry::SubKeysOf(OpenKey& open) {
     const std::optional<regf::Key>& key = open.node.key;
-    if (!key) {  // not kept: hives may be mounted meanwhile
+    if (!key) {
+        if (open.subKeys && open.mounts == mounts_.size()) {
+            return *open.subKeys;
+        }
+        open.mounts = mounts_.size();
         open.subKeys.emplace();
-        for (MountPoint& mount : mounts_) {
-            if (const regf::Hive* hive = mount.root == open.node.root ? HiveOf(mount) : nullptr) {
+        for (auto& [place, mount] : mounts_) {
+            if (const regf::Hive* hive = place.first == open.node.root ? HiveOf(mount) : nullptr) {
                 open.subKeys->push_back({mount.name, hive->Root()});
             }
         }

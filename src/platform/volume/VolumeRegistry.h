@@ -7,11 +7,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <list>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/Platform.h"
@@ -61,7 +63,6 @@ class VolumeRegistry {
 
   private:
     struct MountPoint {
-        KeyHandle root;
         std::string name;
         std::string file;
         bool tried = false;
@@ -84,10 +85,12 @@ class VolumeRegistry {
     struct OpenKey {
         Node node;
         std::optional<std::vector<SubKey>> subKeys;
+        std::size_t mounts = 0;  ///< how many hives were mounted when the sub-keys were listed
         std::optional<std::vector<regf::Value>> values;
     };
 
-    void AddMount(MountPoint mount);
+    /// Mounts a file unless there is something of that name.
+    void AddMount(KeyHandle root, MountPoint mount);
     OpenKey* Lookup(KeyHandle handle, std::int32_t& result);
     std::optional<Node> Resolve(KeyHandle root);
     std::optional<Node> Descend(Node node, std::string_view path);
@@ -99,7 +102,8 @@ class VolumeRegistry {
 
     const VolumeFiles& files_;
     HiveStore& hives_;
-    std::list<MountPoint> mounts_;
+    std::map<std::pair<KeyHandle, std::string>, MountPoint> mounts_;  // by root and upper-cased name
+    std::set<std::string> mountedFiles_;                              // by the host's path
     std::string currentUser_;
     std::unordered_map<KeyHandle, OpenKey> open_;
     KeyHandle nextHandle_ = KeyHandle{1} << 32U;  // beyond the predefined handles

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <linux/magic.h>
 #include <linux/msdos_fs.h>
+#include <map>
 #include <stdexcept>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
@@ -28,6 +29,9 @@ namespace ostrevin {
 namespace {
 
 constexpr int kMostLinks = 40;  // as many as the kernel follows on one path
+/// How many bytes the targets of the links on one path may have together. Paths of Windows are shorter than a
+/// quarter of it; a chain of links that leads astray on purpose ends here.
+constexpr std::size_t kLongestTargets = 1024;
 
 /// Opens for reading, leaving the time of the last access as it is where the owner's rights allow that.
 FileDescriptor OpenForReading(int folder, const char* name, int flags) {
@@ -89,11 +93,58 @@ std::string LinkTarget(const FileDescriptor& link) {
     return length > 0 ? std::string(target.data(), static_cast<std::size_t>(length)) : std::string();
 }
 
+/// The names in the folders of the volume. A folder is read once, and again when it has changed since.
+class FolderNames {
+  public:
+    /// The name in a folder that is equal to another one but for case: of several, the first by bytes. None
+    /// when there is no such name.
+    std::optional<std::string> Match(int folder, const struct stat& status, const std::string& name) {
+        const std::map<std::string, std::string>& names = NamesOf(folder, status);
+        const auto found = names.find(UpperCase(name));
+        return found == names.end() ? std::nullopt : std::optional(found->second);
+    }
+
+  private:
+    struct Listing {
+        std::array<std::int64_t, 4> times{};       // of the last change of the folder
+        std::map<std::string, std::string> names;  // by upper-cased name
+    };
+
+    static std::array<std::int64_t, 4> TimesOf(const struct stat& status) {
+        return {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_ctim.tv_sec, status.st_ctim.tv_nsec};
+    }
+
+    const std::map<std::string, std::string>& NamesOf(int folder, const struct stat& status) {
+        constexpr std::size_t kMostNames = 500'000;  // kept at a time
+        const std::pair place(status.st_dev, status.st_ino);
+        const auto known = listings_.find(place);
+        if (known != listings_.end() && known->second.times == TimesOf(status)) {
+            return known->second.names;
+        }
+        Listing listing{TimesOf(status), {}};
+        for (std::string& name : NamesIn(folder)) {
+            const auto [entry, isNew] = listing.names.try_emplace(UpperCase(name), name);
+            if (!isNew && name < entry->second) {
+                entry->second = std::move(name);
+            }
+        }
+        kept_ += listing.names.size();
+        if (kept_ > kMostNames) {
+            listings_.clear();
+            kept_ = listing.names.size();
+        }
+        return listings_.insert_or_assign(place, std::move(listing)).first->second.names;
+    }
+
+    std::map<std::pair<dev_t, ino_t>, Listing> listings_;
+    std::size_t kept_ = 0;  // names
+};
+
 /// A way from the root of the volume down to a file or folder. Every step is taken by name in the folder
 /// before it and no link is left to the kernel, so that nothing outside of the root can be reached.
 class Walk {
   public:
-    explicit Walk(const FileDescriptor& root) {
+    Walk(const FileDescriptor& root, FolderNames& folders) : folders_(&folders) {
         Step first{"", FileDescriptor(fcntl(root.Number(), F_DUPFD_CLOEXEC, 0)), {}};
         if (const auto status = StatusOf(first.entry)) {
             first.status = *status;
@@ -135,8 +186,12 @@ class Walk {
     /// set, when there is none.
     FileDescriptor Find(std::string& name) const {
         FileDescriptor entry = OpenEntry(Entry(), name);
-        if (!entry.IsOpen() && errno == ENOENT && MatchWithoutCase(name)) {
-            entry = OpenEntry(Entry(), name);
+        if (!entry.IsOpen() && errno == ENOENT) {
+            if (std::optional<std::string> match = folders_->Match(Entry(), steps_.back().status, name)) {
+                name = std::move(*match);
+                return OpenEntry(Entry(), name);
+            }
+            errno = ENOENT;
         }
         return entry;
     }
@@ -174,27 +229,11 @@ class Walk {
         return kSuccess;
     }
 
-    /// Replaces a name by the one in the folder that is equal but for case: of several, the first by bytes.
-    bool MatchWithoutCase(std::string& name) const {
-        const std::string* found = nullptr;
-        const std::vector<std::string> names = NamesIn(Entry());
-        for (const std::string& candidate : names) {
-            if (EqualNoCase(candidate, name) && (found == nullptr || candidate < *found)) {
-                found = &candidate;
-            }
-        }
-        if (found != nullptr) {
-            name = *found;
-        } else {
-            errno = ENOENT;
-        }
-        return found != nullptr;
-    }
-
     /// Puts the components of a link's target in front of those still ahead.
     bool Follow(const FileDescriptor& link, std::deque<std::string>& ahead) {
         const std::string target = LinkTarget(link);
-        if (target.empty()) {
+        targets_ += target.size();
+        if (target.empty() || targets_ > kLongestTargets) {
             return false;
         }
         if (target.front() == '/') {
@@ -212,7 +251,9 @@ class Walk {
         return true;
     }
 
+    FolderNames* folders_;
     std::vector<Step> steps_;
+    std::size_t targets_ = 0;  // bytes
 };
 
 std::optional<std::uint32_t> NtfsAttributes(const std::string& magicLink) {
@@ -326,7 +367,7 @@ class VolumeFiles::Host {
             result = kPathNotFound;
             return std::nullopt;
         }
-        Walk walk(root_);
+        Walk walk(root_, folders_);
         result = walk.Go(*components);
         return result == kSuccess ? std::optional(std::move(walk)) : std::nullopt;
     }
@@ -340,16 +381,20 @@ class VolumeFiles::Host {
     /// leads nowhere is listed as a file.
     [[nodiscard]] DirectoryEntry Describe(std::vector<std::string> names, const std::string& name) const {
         names.push_back(name);
-        Walk walk(root_);
+        Walk walk(root_, folders_);
         std::string text = ToUtf8(name);
         const std::uint32_t attributes =
             walk.Go(names) == kSuccess ? AttributesOf(walk, text) : PresumedAttributes(text);
         return {std::move(text), attributes};
     }
 
+    /// A way that has not begun.
+    [[nodiscard]] Walk Begin() const { return Walk(root_, folders_); }
+
   private:
     FileDescriptor folder_;
     FileDescriptor root_;
+    mutable FolderNames folders_;
 };
 
 VolumeFiles::VolumeFiles(const std::string& folder) {
@@ -388,7 +433,7 @@ std::optional<DirectoryEntry> VolumeFiles::Find(const std::string& path) const {
     }
     std::string name = std::move(components->back());
     components->pop_back();
-    Walk folder(host_->Root());
+    Walk folder = host_->Begin();
     if (folder.Go(*components) != kSuccess || !folder.Find(name).IsOpen()) {
         return std::nullopt;
     }
