@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
+#include <stdexcept>
+#include <utility>
 
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
 #include "platform/Text.h"
+#include "platform/TextIntake.h"
 
 namespace ostrevin {
 namespace {
@@ -43,75 +47,97 @@ std::string AccountList::AccountDocumentSettingsPath(std::int32_t index) const {
     return account == nullptr ? std::string() : account->profilePath;
 }
 
-UserAssistList* AccountList::UserAssist(std::int32_t index) {
+template <typename Source, typename Make, typename Load>
+Source* AccountList::Loaded(std::int32_t index, std::unique_ptr<Source> Account::*place, const Make& make,
+                            const Load& load) {
     Account* account = At(index);
     if (account == nullptr) {
         return nullptr;
     }
-    if (account->userAssist == nullptr) {
-        LoadHive(*account);
-        account->userAssist = std::make_unique<UserAssistList>(platform_);
+    std::unique_ptr<Source>& source = account->*place;
+    if (source == nullptr) {
+        source = make();
         try {
-            account->userAssist->LoadUserAssist(account->sid);
-        } catch (const RuntimeError& error) {
-            setup_.noteFailure("UserAssist of " + account->sid + " is not read to its end: " + error.what());
+            load(*account, *source);
+        } catch (const std::bad_alloc&) {
+            source = make();
+            NoteShortage(*account);
+        } catch (const std::length_error&) {  // of what no memory could hold
+            source = make();
+            NoteShortage(*account);
         }
-        account->userAssist->Sort();
     }
-    return account->userAssist.get();
+    return source.get();
+}
+
+UserAssistList* AccountList::UserAssist(std::int32_t index) {
+    return Loaded(
+        index, &Account::userAssist, [this] { return std::make_unique<UserAssistList>(platform_); },
+        [this](Account& account, UserAssistList& source) {
+            LoadHive(account);
+            try {
+                source.LoadUserAssist(account.sid);
+            } catch (const RuntimeError& error) {
+                setup_.noteFailure("UserAssist of " + account.sid +
+                                   " is not read to its end: " + error.what());
+            }
+            NoteLoss("UserAssist", account, source.Loss());
+            source.Sort();
+        });
 }
 
 RecentDocumentList* AccountList::RecentDocument(std::int32_t index) {
-    Account* account = At(index);
-    if (account == nullptr) {
-        return nullptr;
-    }
-    if (account->recentDocument == nullptr) {
-        account->recentDocument = std::make_unique<RecentDocumentList>(platform_);
-        account->recentDocument->LoadRecentDocuments(ReplaceAll(
-            GetSpecialFolderPath(platform_, kFolderRecent), setup_.getLoggedOnUserName(), account->name));
-        account->recentDocument->Sort();
-    }
-    return account->recentDocument.get();
+    return Loaded(
+        index, &Account::recentDocument, [this] { return std::make_unique<RecentDocumentList>(platform_); },
+        [this](Account& account, RecentDocumentList& source) {
+            source.LoadRecentDocuments(ReplaceAll(GetSpecialFolderPath(platform_, kFolderRecent),
+                                                  setup_.getLoggedOnUserName(), account.name));
+            source.Sort();
+        });
 }
 
 OpenSaveList* AccountList::OpenSave(std::int32_t index) {
-    Account* account = At(index);
-    if (account == nullptr) {
-        return nullptr;
-    }
-    if (account->openSave == nullptr) {
-        LoadHive(*account);
-        account->openSave = std::make_unique<OpenSaveList>(platform_);
-        account->openSave->LoadOpenSaveList(account->sid);
-        account->openSave->Sort();
-    }
-    return account->openSave.get();
+    return Loaded(
+        index, &Account::openSave, [this] { return std::make_unique<OpenSaveList>(platform_); },
+        [this](Account& account, OpenSaveList& source) {
+            LoadHive(account);
+            source.LoadOpenSaveList(account.sid);
+            NoteLoss("OpenSave", account, source.Loss());
+            source.Sort();
+        });
 }
 
 IEHistoryList* AccountList::IEHistory(std::int32_t index) {
-    Account* account = At(index);
-    if (account == nullptr) {
-        return nullptr;
-    }
-    if (account->ieHistory == nullptr) {
-        account->ieHistory = std::make_unique<IEHistoryList>(platform_, setup_.loggedOnUserName);
-        account->ieHistory->LoadIEHistory(account->name);
-        account->ieHistory->Sort();
-    }
-    return account->ieHistory.get();
+    return Loaded(
+        index, &Account::ieHistory,
+        [this] { return std::make_unique<IEHistoryList>(platform_, setup_.loggedOnUserName); },
+        [this](Account& account, IEHistoryList& source) {
+            source.LoadIEHistory(account.name);
+            NoteLoss("IEHistory", account, source.Loss());
+            source.Sort();
+        });
 }
 
 TypedURLList* AccountList::TypedURL(std::int32_t index) {
-    Account* account = At(index);
-    if (account == nullptr) {
-        return nullptr;
+    return Loaded(
+        index, &Account::typedURL, [this] { return std::make_unique<TypedURLList>(platform_); },
+        [this](Account& account, TypedURLList& source) {
+            source.LoadTypedURL(account.sid);
+            NoteLoss("TypedURL", account, source.Loss());
+        });
+}
+
+void AccountList::NoteLoss(const char* source, const Account& account, const std::string& loss) {
+    if (!loss.empty()) {
+        setup_.noteFailure(std::string(source) + " of " + account.sid + ": " + loss);
     }
-    if (account->typedURL == nullptr) {
-        account->typedURL = std::make_unique<TypedURLList>(platform_);
-        account->typedURL->LoadTypedURL(account->sid);
+}
+
+void AccountList::NoteShortage(Account& account) {
+    if (!std::exchange(account.hadShortage, true) && setup_.noteShortage) {
+        setup_.noteShortage(account.sid + ", " + account.profilePath +
+                            ": There is not enough memory for all traces of this account. Some are missing.");
     }
-    return account->typedURL.get();
 }
 
 std::int32_t AccountList::GetAccountIndex(const std::string& name) const {
@@ -150,6 +176,7 @@ bool AccountList::LoadAccountSIDSFromRegistry() {
     }
     TextBuffer name{kBufferSize, {}};
     TextBuffer keyClass{kBufferSize, {}};
+    TextIntake paths;
     for (std::uint32_t index = 0;; ++index) {
         const std::int32_t code = platform_.RegEnumKeyExA(list, index, name, &keyClass);
         if (code != kSuccess && code != kMoreData) {
@@ -160,8 +187,14 @@ bool AccountList::LoadAccountSIDSFromRegistry() {
         account.sid = name.text;
         account.profilePath =
             ReplaceAll(ReadProfilePath(account.sid), "%SystemDrive%", GetSystemDrive(platform_));
+        if (!paths.Take(account.profilePath)) {
+            account.profilePath.clear();
+        }
     }
     platform_.RegCloseKey(list);
+    if (const std::string loss = paths.Loss(); !loss.empty()) {
+        setup_.noteFailure("ProfileList: " + loss);
+    }
     return true;
 }
 

@@ -22,8 +22,11 @@ struct AccountListSetup {
     std::string loggedOnUserName;
     /// Asks for that name anew.
     std::function<std::string()> getLoggedOnUserName;
-    /// Takes a line about a source that could not be read to its end.
+    /// Takes a line about a source that could not be read to its end, or of which something was cut off.
     std::function<void(const std::string&)> noteFailure;
+    /// Takes a line about an account for whose traces there is not enough memory, once for each; what is read
+    /// of other accounts is not touched. May be empty.
+    std::function<void(const std::string&)> noteShortage = {};
 };
 
 /// Accounts are told apart by an index from 0 to Count - 1. An index out of range gives "" or no object.
@@ -62,10 +65,17 @@ class AccountList {
         std::unique_ptr<OpenSaveList> openSave;
         std::unique_ptr<IEHistoryList> ieHistory;
         std::unique_ptr<TypedURLList> typedURL;
+        bool hadShortage = false;
     };
 
     [[nodiscard]] const Account* At(std::int32_t index) const;
     [[nodiscard]] Account* At(std::int32_t index);
+    /// A source, made and loaded on the first request; an empty one where memory does not suffice.
+    template <typename Source, typename Make, typename Load>
+    Source* Loaded(std::int32_t index, std::unique_ptr<Source> Account::*place, const Make& make,
+                   const Load& load);
+    void NoteLoss(const char* source, const Account& account, const std::string& loss);
+    void NoteShortage(Account& account);
     [[nodiscard]] std::string ReadProfilePath(const std::string& sid);
     [[nodiscard]] std::string ReadText(const std::string& keyPath, const std::string& valueName);
     void LoadHive(const Account& account);

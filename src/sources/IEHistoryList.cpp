@@ -53,14 +53,17 @@ class FileWindow {
         return number;
     }
 
-    /// The text up to a zero byte or the end of the file; the offset moves behind the zero byte.
-    std::string Text(std::uint64_t& offset) {
+    /// The text up to a zero byte or the end of the file, of its bytes at most so many; isCut becomes true
+    /// when there are more. The offset moves behind the zero byte.
+    std::string Text(std::uint64_t& offset, std::size_t most, bool& isCut) {
         std::string text;
         for (;;) {
             const std::span<const std::byte> bytes = From(offset, 1);
             const auto zero = std::find(bytes.begin(), bytes.end(), std::byte{0});
             const auto length = static_cast<std::size_t>(zero - bytes.begin());
-            text.append(reinterpret_cast<const char*>(bytes.data()), length);
+            const std::size_t kept = std::min(length, most - text.size());
+            isCut = isCut || kept < length;
+            text.append(reinterpret_cast<const char*>(bytes.data()), kept);
             offset += length;
             if (zero != bytes.end()) {
                 ++offset;
@@ -155,9 +158,11 @@ bool IEHistoryList::LoadIEHistory(const std::string& accountName) {
 void IEHistoryList::Scan(InputFile& file) {
     constexpr std::uint64_t kDateOffset = 16;
     constexpr std::uint64_t kAddressOffset = 104;
+    constexpr std::size_t kMostBytes = std::size_t{2} * kLongestAddress;  // of it and what stands before it
     FileWindow window(file);
     std::uint64_t offset = 0;
-    window.Text(offset);
+    bool isCut = false;
+    window.Text(offset, 0, isCut);  // the signature, which is not looked at
     const auto scanStart = static_cast<std::int32_t>(window.UInt32(offset + 4));
     if (scanStart < 0) {
         return;
@@ -170,11 +175,18 @@ void IEHistoryList::Scan(InputFile& file) {
         }
         const FileTime accessed{window.UInt32(record + kDateOffset), window.UInt32(record + kDateOffset + 4)};
         offset = record + kAddressOffset;
-        std::string address = platform_.DecodeAnsi(window.Text(offset));
+        isCut = false;
+        std::string address = platform_.DecodeAnsi(window.Text(offset, kMostBytes, isCut));
         // "@" ends the name of the user in an address such as Visited: name@http://...
         const std::size_t at = address.find('@');
         if (at != std::string::npos) {
             address.erase(0, at + 1);
+        }
+        if (isCut) {
+            intake_.NoteCut();
+        }
+        if (!intake_.Take(address)) {
+            return;
         }
         entries_.push_back({std::move(address), FileTimeToLocalDate(platform_, accessed)});
         offset = Realign(offset);

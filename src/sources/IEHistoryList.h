@@ -13,15 +13,21 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "platform/TextIntake.h"
 
 namespace ostrevin {
 
 class IEHistoryList {
   public:
+    /// An address is cut to so many characters; the browser itself keeps none of more than a few thousand.
+    static constexpr std::uint32_t kLongestAddress = 1U << 20U;
+
     IEHistoryList(Platform& platform, std::string loggedOnUserName)
         : platform_(platform), loggedOnUserName_(std::move(loggedOnUserName)) {}
 
     [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(entries_.size()); }
+    /// What was cut off of the texts that the machine stores, in one sentence; empty when nothing was.
+    [[nodiscard]] std::string Loss() const { return intake_.Loss(); }
     /// What follows the first "@" of the address, or all of it; "" when the index is out of range.
     [[nodiscard]] std::string URL(std::int32_t index) const;
     /// Local date; 1601-01-01 when the index is out of range.
@@ -45,6 +51,7 @@ class IEHistoryList {
     Platform& platform_;
     std::string loggedOnUserName_;
     std::vector<Entry> entries_;
+    TextIntake intake_{kLongestAddress, TextIntake::kUnbounded};
 };
 
 }  // namespace ostrevin

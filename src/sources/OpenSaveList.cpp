@@ -1,5 +1,6 @@
 #include "sources/OpenSaveList.h"
 
+#include <map>
 #include <string_view>
 
 #include "platform/RegistryAccess.h"
@@ -9,11 +10,13 @@
 namespace ostrevin {
 namespace {
 
-/// Reads a value into text; a failure leaves the text as it was.
-void ReadInto(std::string& text, RegistryAccess& registry, const std::string& path) {
+/// Reads a value into text; a failure, which gives false, leaves the text as it was.
+bool ReadInto(std::string& text, RegistryAccess& registry, const std::string& path) {
     try {
         text = ToText(registry.ReadRegistryValue(path));
-    } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch): what stood there stays, on purpose
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
     }
 }
 
@@ -42,10 +45,23 @@ bool OpenSaveList::LoadOpenSaveList(const std::string& sid) {
         }
         const std::string key = std::string(base).append("\\").append(kind);
         ReadInto(letters, registry, key + "MRUList");
+        if (!intake_.Take(letters)) {
+            break;
+        }
+        // The entries of the letters read so far: a letter that is named again is not read again.
+        std::map<char32_t, std::size_t> read;
         for (std::string_view rest = letters; !rest.empty();) {
+            const char32_t letter = TakeCharacter(rest);
             std::string value = key;
-            AppendCharacter(value, TakeCharacter(rest));
-            ReadInto(document, registry, value);
+            AppendCharacter(value, letter);
+            if (const auto known = read.find(letter); known != read.end()) {
+                document = entries_[known->second].document;
+            } else if (ReadInto(document, registry, value)) {
+                read.emplace(letter, entries_.size());
+            }
+            if (!intake_.Take(document)) {
+                return true;
+            }
             entries_.push_back({document});
         }
     }

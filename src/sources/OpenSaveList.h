@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "platform/TextIntake.h"
 
 namespace ostrevin {
 
@@ -14,6 +15,8 @@ class OpenSaveList {
     explicit OpenSaveList(Platform& platform) : platform_(platform) {}
 
     [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(entries_.size()); }
+    /// What was cut off of the texts that the machine stores, in one sentence; empty when nothing was.
+    [[nodiscard]] std::string Loss() const { return intake_.Loss(); }
     /// A remembered path; "" when the index is out of range.
     [[nodiscard]] std::string Document(std::int32_t index) const;
 
@@ -31,6 +34,7 @@ class OpenSaveList {
 
     Platform& platform_;
     std::vector<Entry> entries_;
+    TextIntake intake_;
 };
 
 }  // namespace ostrevin

@@ -16,7 +16,7 @@ bool TypedURLList::LoadTypedURL(const std::string& sid) {
     for (int number = 1; number <= kLast; ++number) {
         try {
             std::string url = ToText(registry.ReadRegistryValue(key + std::to_string(number)));
-            if (!url.empty()) {
+            if (!url.empty() && intake_.Take(url)) {
                 urls_.push_back(std::move(url));
             }
         } catch (

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "platform/TextIntake.h"
 
 namespace ostrevin {
 
@@ -15,6 +16,8 @@ class TypedURLList {
     explicit TypedURLList(Platform& platform) : platform_(platform) {}
 
     [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(urls_.size()); }
+    /// What was cut off of the texts that the machine stores, in one sentence; empty when nothing was.
+    [[nodiscard]] std::string Loss() const { return intake_.Loss(); }
     /// An address; "" when the index is out of range.
     [[nodiscard]] std::string URL(std::int32_t index) const;
 
@@ -25,6 +28,7 @@ class TypedURLList {
   private:
     Platform& platform_;
     std::vector<std::string> urls_;
+    TextIntake intake_;
 };
 
 }  // namespace ostrevin

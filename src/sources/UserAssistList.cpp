@@ -139,6 +139,9 @@ void UserAssistList::LoadKey(KeyHandle key, std::uint32_t& index, std::span<std:
         entry.name = name.text.starts_with(kEncodedPrefix) ? Rot13(name.text) : name.text;
         entry.type = TypeOf(entry.name);
         entry.value = ValueOf(entry.name, entry.type);
+        if (!intake_.Take(entry.value)) {
+            return;
+        }
         entry.lastRun = FileTimeToLocalDate(
             platform_, {IntegerAt<std::uint32_t>(data, 8), IntegerAt<std::uint32_t>(data, 12)});
         entries_.push_back(std::move(entry));
@@ -146,7 +149,7 @@ void UserAssistList::LoadKey(KeyHandle key, std::uint32_t& index, std::span<std:
     }
 }
 
-std::string UserAssistList::ValueOf(const std::string& name, std::string_view type) const {
+std::string UserAssistList::ValueOf(const std::string& name, std::string_view type) {
     if (type.empty()) {
         return name;
     }
@@ -157,11 +160,14 @@ std::string UserAssistList::ValueOf(const std::string& name, std::string_view ty
     return ExpandPrograms(rest.substr(1));
 }
 
-std::string UserAssistList::ExpandPrograms(const std::string& text) const {
+std::string UserAssistList::ExpandPrograms(const std::string& text) {
     if (text.find(kProgramsFolder) == std::string::npos) {
         return text;
     }
-    return ReplaceAll(text, kProgramsFolder, GetSpecialFolderPath(platform_, kFolderCommonPrograms));
+    if (!programsFolder_) {
+        programsFolder_ = GetSpecialFolderPath(platform_, kFolderCommonPrograms);
+    }
+    return ReplaceAll(text, kProgramsFolder, *programsFolder_);
 }
 
 void UserAssistList::Sort() {

@@ -7,12 +7,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/Platform.h"
+#include "platform/TextIntake.h"
 
 namespace ostrevin {
 
@@ -24,6 +26,8 @@ class UserAssistList {
     explicit UserAssistList(Platform& platform) : platform_(platform) {}
 
     [[nodiscard]] std::int32_t Count() const { return static_cast<std::int32_t>(entries_.size()); }
+    /// What was cut off of the texts that the machine stores, in one sentence; empty when nothing was.
+    [[nodiscard]] std::string Loss() const { return intake_.Loss(); }
     /// The whole value name, decoded; "" when the index is out of range.
     [[nodiscard]] std::string UserAssistName(std::int32_t index) const;
     /// The known prefix with which the name begins, or "".
@@ -56,11 +60,13 @@ class UserAssistList {
 
     [[nodiscard]] const Entry* At(std::int32_t index) const;
     void LoadKey(KeyHandle key, std::uint32_t& index, std::span<std::byte> data);
-    [[nodiscard]] std::string ValueOf(const std::string& name, std::string_view type) const;
-    [[nodiscard]] std::string ExpandPrograms(const std::string& text) const;
+    [[nodiscard]] std::string ValueOf(const std::string& name, std::string_view type);
+    [[nodiscard]] std::string ExpandPrograms(const std::string& text);
 
     Platform& platform_;
     std::vector<Entry> entries_;
+    TextIntake intake_;
+    std::optional<std::string> programsFolder_;  // asked for once
 };
 
 }  // namespace ostrevin

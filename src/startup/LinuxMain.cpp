@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QSettings>
 
+#include "controls/FailureText.h"
 #include "platform/Text.h"
 #include "platform/volume/VolumePlatform.h"
 #include "startup/Program.h"
@@ -60,9 +61,9 @@ int main(int count, char** arguments) {
     try {
         return RunOn(volume, toolkit);
     } catch (const std::exception& failure) {
-        Tell(failure.what());
+        Tell(ostrevin::FailureText(failure));
         if (chosen) {
-            toolkit.MsgBox(nullptr, ostrevin::PlainLine(failure.what()), kName);
+            toolkit.MsgBox(nullptr, ostrevin::PlainLine(ostrevin::FailureText(failure)), kName);
         }
         return kCannot;
     }

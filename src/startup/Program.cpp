@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
+#include "platform/Text.h"
 #include "startup/HostProbes.h"
 #include "ui/frmSplash.h"
 
@@ -62,15 +63,20 @@ void Program::LoadAccounts() {
     frmSplash splash(toolkit_);
     splash.Show();
     splash.Refresh();
+    const auto note = [this](const std::string& line) {
+        try {
+            errorLog_->WriteLog(line);
+        } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch)
+            // A log that cannot be written must not cost the user the window.
+        }
+    };
+    const auto warn = [this, note](const std::string& line) {
+        note(line);
+        toolkit_.MsgBox(nullptr, PlainLine(line), kTitle);
+    };
     accounts_ = std::make_unique<AccountList>(
-        platform_, AccountListSetup{loggedOnUserName_, [this] { return GetLoggedOnUserName(platform_); },
-                                    [this](const std::string& line) {
-                                        try {
-                                            errorLog_->WriteLog(line);
-                                        } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch)
-                                            // A log that cannot be written must not cost the user the window.
-                                        }
-                                    }});
+        platform_,
+        AccountListSetup{loggedOnUserName_, [this] { return GetLoggedOnUserName(platform_); }, note, warn});
     accounts_->LoadAccountSIDSFromRegistry();
     accounts_->LoadAccountNamesFromSID();
     splash.Unload();

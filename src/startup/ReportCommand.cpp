@@ -4,6 +4,7 @@
 #include <set>
 
 #include "accounts/AccountList.h"
+#include "controls/FailureText.h"
 #include "platform/Text.h"
 #include "report/CsvFile.h"
 #include "report/HtmlReport.h"
@@ -127,9 +128,9 @@ class Reporter {
 /// Whether all of it could be written.
 bool WriteReport(const ReportRequest& request, Platform& platform, std::ostream& output,
                  std::ostream& errors) {
-    AccountList accounts(platform,
-                         {GetLoggedOnUserName(platform), [&] { return GetLoggedOnUserName(platform); },
-                          [&](const std::string& line) { TellError(errors, line); }});
+    const auto tell = [&](const std::string& line) { TellError(errors, line); };
+    AccountList accounts(
+        platform, {GetLoggedOnUserName(platform), [&] { return GetLoggedOnUserName(platform); }, tell, tell});
     if (!accounts.LoadAccountSIDSFromRegistry()) {
         throw std::runtime_error(SubjectOf(request) + ": its registry has no list of profiles");
     }
@@ -161,7 +162,7 @@ int RunReport(const std::vector<std::string>& arguments, const ReportHost& host,
         TellError(errors, error.what());
         return kReportUsageError;
     } catch (const std::exception& failure) {
-        TellError(errors, failure.what());
+        TellError(errors, FailureText(failure));
         return kReportCannot;
     }
 }

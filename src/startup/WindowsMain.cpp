@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "controls/FailureText.h"
 #include "platform/Text.h"
 #include "platform/volume/VolumePlatform.h"
 #include "platform/volume/windows/PictureWorker.h"
@@ -67,7 +68,7 @@ int main() {
         program.Main();
         return toolkit.Run();
     } catch (const std::exception& failure) {
-        toolkit.MsgBox(nullptr, ostrevin::PlainLine(failure.what()), kName);
+        toolkit.MsgBox(nullptr, ostrevin::PlainLine(ostrevin::FailureText(failure)), kName);
         return kCannot;
     }
 }

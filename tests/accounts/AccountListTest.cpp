@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <limits>
+#include <new>
 #include <span>
 #include <stdexcept>
 #include <string>
@@ -463,6 +464,101 @@ TEST_F(AccountListTest, AnOverflowIsNotedAndWhatWasReadIsSorted) {
     EXPECT_NE(failures[0].find(kAnnaSid), std::string::npos);
     accounts.UserAssist(1);
     EXPECT_EQ(failures.size(), 1U);
+}
+
+// --- Memory and bounds.
+
+/// A machine that has no memory left for whatever concerns one account.
+class ShortOfMemory : public MemoryPlatform {
+  public:
+    std::string sid;
+    std::string folder;
+
+    std::int32_t RegOpenKeyExA(KeyHandle key, const std::string& subKey, std::uint32_t access,
+                               KeyHandle& result) override {
+        Starve(key == kUsers && subKey.starts_with(sid));
+        return MemoryPlatform::RegOpenKeyExA(key, subKey, access, result);
+    }
+    std::int32_t RegLoadKeyA(KeyHandle root, const std::string& subKey, const std::string& file) override {
+        Starve(tooLarge && subKey == sid);
+        return MemoryPlatform::RegLoadKeyA(root, subKey, file);
+    }
+    std::vector<DirectoryEntry> ListDirectory(const std::string& path) override {
+        if (path.find(folder) != std::string::npos) {
+            throw std::length_error("vector::reserve");
+        }
+        return MemoryPlatform::ListDirectory(path);
+    }
+    bool tooLarge = false;
+
+  private:
+    static void Starve(bool yes) {
+        if (yes) {
+            throw std::bad_alloc();
+        }
+    }
+};
+
+class ShortageTest : public testing::Test {
+  protected:
+    ShortageTest() {
+        for (const char* name : {"anna", "ben"}) {
+            const std::string sid = std::string("S-1-5-21-7-") + name;
+            MemoryKey& hive = AddUser(platform, sid, name);
+            hive.Key(kUserAssist).SetData("a", kRegBinary, std::array<std::byte, 16>{});
+            hive.Key(kOpenSave).SetText("MRUList", "a").SetText("a", "C:\\a.txt");
+            hive.Key(kTypedURLs).SetText("url1", "http://typed/");
+        }
+        platform.sid = "S-1-5-21-7-anna";
+        platform.folder = "anna";
+        platform.specialFolders[8] = "C:\\boss\\Recent";
+        accounts.LoadAccountSIDSFromRegistry();
+        accounts.LoadAccountNamesFromSID();
+    }
+    void ExpectAnnaAloneCosts() {
+        EXPECT_EQ(accounts.UserAssist(0)->Count(), 0);
+        EXPECT_EQ(accounts.RecentDocument(0)->Count(), 0);
+        EXPECT_EQ(accounts.OpenSave(0)->Count(), 0);
+        EXPECT_EQ(accounts.IEHistory(0)->Count(), 0);
+        EXPECT_EQ(accounts.TypedURL(0)->Count(), 0);
+        EXPECT_EQ(shortages,
+                  Strings{"S-1-5-21-7-anna, " + accounts.AccountDocumentSettingsPath(0) +
+                          ": There is not enough memory for all traces of this account. Some are missing."})
+            << "once for all its lists";
+        EXPECT_EQ(accounts.UserAssist(1)->Count(), 1);
+        EXPECT_EQ(accounts.OpenSave(1)->Count(), 1);
+        EXPECT_EQ(accounts.TypedURL(1)->Count(), 1);
+        EXPECT_EQ(shortages.size(), 1U);
+    }
+
+    ShortOfMemory platform;
+    Strings shortages;
+    AccountList accounts{platform,
+                         {"boss", [] { return "boss"; }, [](const std::string&) {},
+                          [this](const std::string& line) { shortages.push_back(line); }}};
+};
+
+TEST_F(ShortageTest, TracesWithoutMemoryForThemCostTheirAccountAlone) {
+    ExpectAnnaAloneCosts();
+}
+
+TEST_F(ShortageTest, AHiveWithoutMemoryForItCostsItsAccountAlone) {
+    platform.tooLarge = true;
+    ExpectAnnaAloneCosts();
+}
+
+TEST_F(AccountListTest, WhatIsCutOffIsTold) {
+    MemoryKey& hive = AddUser(platform, kAnnaSid, "anna");
+    hive.Key(kTypedURLs).SetText("url1", std::string(40'000, 'u'));
+    hive.Key(kOpenSave).SetText("MRUList", "a").SetText("a", std::string(40'000, 'd'));
+    AddProfile(platform, "S-1-5-21-8", std::string(40'000, 'p'));
+    Load();
+    EXPECT_EQ(accounts.OpenSave(0)->Document(0).size(), kLongestText);
+    EXPECT_EQ(accounts.TypedURL(0)->URL(0).size(), kLongestText);
+    EXPECT_EQ(accounts.AccountDocumentSettingsPath(1).size(), kLongestText);
+    const std::string cut = "Texts of more than 32767 characters are cut.";
+    EXPECT_EQ(failures, (Strings{"ProfileList: " + cut, "OpenSave of " + std::string(kAnnaSid) + ": " + cut,
+                                 "TypedURL of " + std::string(kAnnaSid) + ": " + cut}));
 }
 
 }  // namespace

@@ -295,6 +295,22 @@ TEST(IEHistoryList, TheScanMayStartAnywhere) {
     }
 }
 
+TEST(IEHistoryList, AnAddressLongerThanAnyIsCutAndTheScanGoesOnBehindIt) {
+    constexpr std::size_t kLongest = IEHistoryList::kLongestAddress;
+    const std::string longest(kLongest, 'x');
+    MemoryPlatform platform;
+    platform.AddFile(kIndex, IndexOf({"Visited: anna@" + longest, std::string(3'000'000, 'y'), "last"}));
+    IEHistoryList list(platform, "");
+    EXPECT_TRUE(list.LoadIEHistory("anna"));
+    EXPECT_TRUE(UrlsOf(list) == (Urls{longest, std::string(kLongest, 'y'), "last"}));
+    EXPECT_EQ(list.Loss(), "Texts of more than 1048576 characters are cut.");
+    platform.AddFile(kIndex, IndexOf({longest}));
+    IEHistoryList whole(platform, "");
+    EXPECT_TRUE(whole.LoadIEHistory("anna"));
+    EXPECT_TRUE(UrlsOf(whole) == Urls{longest});
+    EXPECT_EQ(whole.Loss(), "");
+}
+
 // --- Going on behind a record.
 
 TEST(IEHistoryList, GoesOnAtTheNextBlockOrSkipsOne) {

@@ -56,6 +56,44 @@ TEST_F(OpenSaveListTest, ListsADocumentUnderEachOfItsKinds) {
     EXPECT_EQ(Load(), (Documents{"same", "same"}));
 }
 
+TEST_F(OpenSaveListTest, ALetterThatIsNamedAgainIsListedAgainWithoutBeingRead) {
+    key.Key("doc").SetText("MRUList", "axabxab").SetText("a", "A").SetText("b", "B");
+    const Documents expected = {"A", "A", "A", "B", "B", "A", "B"};
+    EXPECT_EQ(Load(), expected) << "x is not there and takes what was read before it, each time";
+    std::size_t read = 0;
+    for (const MemoryPlatform::KeyOpened& opened : platform.keysOpened) {
+        read += opened.subKey == std::string(kKey) + "\\doc" ? 1U : 0U;
+    }
+    EXPECT_EQ(read, 1U + 2U + 2U) << "the list, a and b once each, x twice";
+}
+
+TEST_F(OpenSaveListTest, OneLongTextForManyLettersIsNotListedWithoutEnd) {
+    key.Key("doc").SetText("MRUList", std::string(8000, 'a')).SetText("a", std::string(100'000, 'x'));
+    OpenSaveList list(platform);
+    list.LoadOpenSaveList(kSid);
+    std::size_t bytes = 0;
+    for (const std::string& document : DocumentsOf(list)) {
+        EXPECT_EQ(document, std::string(kLongestText, 'x'));
+        bytes += document.size();
+    }
+    EXPECT_LE(bytes, TextIntake::kMostOfList);
+    EXPECT_GT(list.Count(), 1000);
+    EXPECT_EQ(list.Loss(),
+              "Texts of more than 32767 characters are cut. There is more text than any real list holds: the "
+              "rest is left out.");
+}
+
+TEST_F(OpenSaveListTest, ManyLettersAreSharedByManyKeysWithoutEnd) {
+    key.Key("a").SetText("MRUList", std::string(30'000, 'z'));
+    for (int i = 0; i < 200; ++i) {
+        key.Key("k" + std::to_string(i));  // without a list, so that it takes the one before
+    }
+    OpenSaveList list(platform);
+    list.LoadOpenSaveList(kSid);
+    EXPECT_LE(list.Count(), 1 << 20U);
+    EXPECT_NE(list.Loss(), "");
+}
+
 TEST_F(OpenSaveListTest, AnEmptyListOfLettersAddsNothing) {
     key.Key("doc").SetText("MRUList", "").SetText("a", "C:\\1.doc");
     key.Key("htm").SetData("MRUList", kRegSz, {}).SetText("a", "C:\\1.htm");

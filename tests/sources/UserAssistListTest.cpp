@@ -395,5 +395,50 @@ TEST_F(UserAssistListTest, IndexesOutOfRangeHaveTheirOwnResults) {
     }
 }
 
+/// Counts how often it is asked for a folder.
+class CountingPlatform : public MemoryPlatform {
+  public:
+    std::string SpecialFolderPath(int csidl) override {
+        ++asked;
+        return MemoryPlatform::SpecialFolderPath(csidl);
+    }
+    int asked = 0;
+};
+
+TEST(UserAssistListCost, TheProgramsFolderIsAskedForOnce) {
+    CountingPlatform host;
+    host.specialFolders[23] = "C:\\Programs";
+    for (int i = 0; i < 100; ++i) {
+        host.Root(kUsers).Key(kFirst).SetData(Rot13("UEME_RUNPATH:%csidl2%\\" + std::to_string(i)),
+                                              kRegBinary, Data(6, 0));
+    }
+    UserAssistList list(host);
+    list.LoadUserAssist(kSid);
+    EXPECT_EQ(list.UserAssistValue(99), "C:\\Programs\\99");
+    EXPECT_EQ(host.asked, 1);
+    EXPECT_EQ(list.Loss(), "");
+}
+
+TEST(UserAssistListCost, ALongFolderInManyPlacesIsNotListedWithoutEnd) {
+    MemoryPlatform host;
+    host.specialFolders[23] = std::string(32'000, 'f');
+    std::string name = "UEME_RUNPATH:";
+    for (int i = 0; i < 120; ++i) {
+        name += "%csidl2%";
+    }
+    for (int i = 0; i < 2000; ++i) {
+        host.Root(kUsers).Key(kFirst).SetData(Rot13(name + std::to_string(i)), kRegBinary, Data(6, 0));
+    }
+    UserAssistList list(host);
+    list.LoadUserAssist(kSid);
+    std::size_t bytes = 0;
+    for (std::int32_t i = 0; i < list.Count(); ++i) {
+        bytes += list.UserAssistValue(i).size();
+    }
+    EXPECT_GT(list.Count(), 1000);
+    EXPECT_LE(bytes, TextIntake::kMostOfList);
+    EXPECT_NE(list.Loss(), "");
+}
+
 }  // namespace
 }  // namespace ostrevin

@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QScreen>
 
+#include "controls/FailureText.h"
 #include "controls/Form.h"
 #include "toolkit/qt/QtFormView.h"
 #include "toolkit/qt/QtWidgetView.h"
@@ -139,7 +140,7 @@ void QtToolkit::Deliver(const std::function<void()>& action) {
     try {
         action();
     } catch (const std::exception& failure) {
-        ShowBox(nullptr, QMessageBox::Critical, failure.what(), QApplication::applicationName());
+        ShowBox(nullptr, QMessageBox::Critical, FailureText(failure), QApplication::applicationName());
         QApplication::exit(1);
     }
 }

@@ -4,6 +4,7 @@
 #include <commdlg.h>
 #include <exception>
 
+#include "controls/FailureText.h"
 #include "controls/Form.h"
 #include "toolkit/win32/Text.h"
 #include "toolkit/win32/Win32FormView.h"
@@ -130,7 +131,8 @@ void Win32Toolkit::Deliver(const std::function<void()>& action) {
     try {
         action();
     } catch (const std::exception& failure) {
-        MessageBoxW(GetActiveWindow(), Wide(failure.what()).c_str(), kProgramName, MB_OK | MB_ICONERROR);
+        MessageBoxW(GetActiveWindow(), Wide(FailureText(failure)).c_str(), kProgramName,
+                    MB_OK | MB_ICONERROR);
         exitCode_ = 1;
         WakeLoop();
     }
