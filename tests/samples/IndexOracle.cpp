@@ -1,6 +1,7 @@
 #include "tests/samples/IndexOracle.h"
 
 #include <string>
+#include <utility>
 
 #include "tests/samples/Oracle.h"
 
@@ -25,6 +26,12 @@ std::string TimeLine(std::uint64_t fileTime) {
     return TimeText(fileTime, "%b %d, %Y %H:%M:%S.000000000");
 }
 
+/// As a time of two seconds' precision tells it.
+std::string EvenSecondLine(std::uint64_t fileTime) {
+    constexpr std::uint64_t kTwoSeconds = 20'000'000;
+    return TimeText(fileTime / kTwoSeconds * kTwoSeconds, "%b %d, %Y %H:%M:%S");
+}
+
 }  // namespace
 
 void ExpectMsiecfexportAgrees(const std::vector<IndexRecord>& records, std::span<const std::byte> bytes) {
@@ -35,6 +42,8 @@ void ExpectMsiecfexportAgrees(const std::vector<IndexRecord>& records, std::span
     std::vector<std::string> accessed;
     std::vector<std::string> modified;
     std::vector<std::string> fileNames;
+    std::vector<std::string> expires;
+    std::vector<std::string> checked;
     for (const IndexRecord& record : records) {
         if (record.kind == IndexRecord::Kind::Raw) {
             continue;
@@ -47,6 +56,12 @@ void ExpectMsiecfexportAgrees(const std::vector<IndexRecord>& records, std::span
         if (record.kind == IndexRecord::Kind::Url) {
             accessed.push_back(TimeLine(record.accessed));
             modified.push_back(TimeLine(record.modified));
+            for (const auto& [time, lines] :
+                 {std::pair(record.expires, &expires), {record.accessed, &checked}}) {
+                if (time != 0) {
+                    lines->push_back(EvenSecondLine(time));
+                }
+            }
             if (!record.fileName.empty()) {
                 fileNames.push_back(record.fileName);
             }
@@ -57,6 +72,8 @@ void ExpectMsiecfexportAgrees(const std::vector<IndexRecord>& records, std::span
     ExpectSameLines(After(said, "Primary time\t\t:"), accessed);
     ExpectSameLines(After(said, "Secondary time\t\t:"), modified);
     ExpectSameLines(After(said, "Filename\t\t:"), fileNames);
+    ExpectSameLines(After(said, "Expiration time\t\t:"), expires);
+    ExpectSameLines(After(said, "Last checked time\t:"), checked);
 }
 
 }  // namespace ostrevin::samples

@@ -1,6 +1,8 @@
 #include "tests/samples/LinkOracle.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <vector>
@@ -33,6 +35,12 @@ Lines TimeLine(std::uint64_t fileTime) {
 
 Lines OptionalLine(const std::optional<std::string>& text) {
     return text ? Lines{*text} : Lines{};
+}
+
+Lines SerialLine(const LinkVolume& volume) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "0x%08x", volume.serialNumber);
+    return {text.data()};
 }
 
 Lines LocalPath(const Link& link) {
@@ -78,6 +86,11 @@ void ExpectLnkinfoAgrees(const Link& link, std::span<const std::byte> bytes) {
     EXPECT_EQ(After(said, "\tEnvironment variables location\t:"), OptionalLine(link.environmentPath));
     EXPECT_EQ(After(said, "\tLocal path\t\t\t:"), LocalPath(link));
     EXPECT_EQ(After(said, "\tNetwork path\t\t\t:"), NetworkPath(link));
+    if (link.info && link.info->volume) {
+        const LinkVolume& volume = *link.info->volume;
+        EXPECT_EQ(After(said, "\tDrive serial number\t\t:"), SerialLine(volume));
+        EXPECT_EQ(After(said, "\tVolume label\t\t\t:"), Lines{volume.unicodeLabel.value_or(volume.label)});
+    }
     const Lines items = After(said, "\t\tNumber of items\t\t:");
     EXPECT_EQ(items, link.items.empty() ? Lines{} : Lines{std::to_string(link.items.size())});
     EXPECT_EQ(After(said, "\tMachine identifier\t\t:"),
