@@ -1,11 +1,15 @@
 // Writes the inputs from which the hive's fuzz target starts.
 #include <array>
 #include <cstddef>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "fuzz/HiveInput.h"
 #include "fuzz/seeds/Seeds.h"
+#include "platform/volume/regf/Hive.h"
+#include "tests/support/BytesFile.h"
 #include "tools/writers/ByteBuffer.h"
 #include "tools/writers/DirtyHive.h"
 #include "tools/writers/HiveWriter.h"
@@ -27,6 +31,18 @@ void Write(const std::string& folder, const std::string& name, const Parts& part
         input.Bytes(part);
     }
     WriteSeed(folder, name, input.View());
+}
+
+/// Writes a dirty hive. A seed of which the reader takes no log, for a wrong hash say, would lead the fuzzer
+/// nowhere.
+void WriteDirty(const std::string& folder, const std::string& name, const Parts& parts) {
+    const auto file = [](const File& bytes) { return std::make_unique<BytesFile>(bytes); };
+    const auto hive =
+        regf::Hive::Open(file(parts[kPrimary]), {file(parts[kLog]), file(parts[kLog1]), file(parts[kLog2])});
+    if (hive->HowRecovered() != regf::Recovery::FromLogs) {
+        throw std::runtime_error("the reader takes no log of the seed " + name);
+    }
+    Write(folder, name, parts);
 }
 
 /// A hive with every kind of name and data; the more, the larger n is.
@@ -68,17 +84,17 @@ void WriteSeeds(const std::string& folder) {
     Write(folder, "big-data", {samples::WriteHive(big, usual)});
 
     const samples::DirtyHive dirty = samples::MakeDirtyHive(Hive(4, usual), Hive(20, usual), 1);
-    Write(folder, "dirty-vector", {dirty.primary, dirty.log});
-    Write(folder, "dirty-vector-1", {dirty.primary, {}, dirty.log});
+    WriteDirty(folder, "dirty-vector", {dirty.primary, dirty.log});
+    WriteDirty(folder, "dirty-vector-1", {dirty.primary, {}, dirty.log});
     File damaged = dirty.primary;
     damaged[0] = std::byte{0};
-    Write(folder, "dirty-base-block", {damaged, dirty.log});
+    WriteDirty(folder, "dirty-base-block", {damaged, dirty.log});
     const std::vector<File> states = {Hive(2, usual), Hive(6, usual), Hive(30, usual)};
     const samples::DirtyHive entries = samples::MakeDirtyHiveWithEntries(states, 1);
-    Write(folder, "dirty-entries", {entries.primary, {}, entries.log, entries.log2});
+    WriteDirty(folder, "dirty-entries", {entries.primary, {}, entries.log, entries.log2});
     damaged = entries.primary;
     damaged[0] = std::byte{0};
-    Write(folder, "dirty-entries-base-block", {damaged, {}, entries.log, entries.log2});
+    WriteDirty(folder, "dirty-entries-base-block", {damaged, {}, entries.log, entries.log2});
 }
 
 }  // namespace
