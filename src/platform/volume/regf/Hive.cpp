@@ -59,7 +59,10 @@ Hive::~Hive() = default;
 
 std::unique_ptr<Hive> Hive::Open(std::unique_ptr<InputFile> primary, const Logs& logs,
                                  const OnTrouble& onTrouble) {
-    const LogImages logImages = {ImageOf(logs.log), ImageOf(logs.log1), ImageOf(logs.log2)};
+    LogImages logImages;
+    logImages.log = ImageOf(logs.log);
+    logImages.log1 = ImageOf(logs.log1);
+    logImages.log2 = ImageOf(logs.log2);
     auto image = std::make_unique<FileImage>(
         *primary, SizeOf(logImages.log) + SizeOf(logImages.log1) + SizeOf(logImages.log2));
     if (onTrouble) {
