@@ -14,6 +14,7 @@
 #include "platform/windows/WindowsPlatform.h"
 #include "startup/Program.h"
 #include "startup/WindowsCommandLine.h"
+#include "startup/WindowsLibraries.h"
 #include "toolkit/win32/Win32Toolkit.h"
 
 namespace {
@@ -48,6 +49,7 @@ std::unique_ptr<Platform> OpenPlatform(const std::vector<std::string>& arguments
 }  // namespace
 
 int main() {
+    ostrevin::LoadLibrariesFromSystem();
     const std::vector<std::string> arguments = ostrevin::CommandLineArguments();
     if (const std::optional<int> result = ostrevin::RunPictureWorker(arguments)) {
         return *result;

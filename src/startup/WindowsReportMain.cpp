@@ -9,6 +9,7 @@
 #include "platform/windows/WindowsPlatform.h"
 #include "startup/ReportCommand.h"
 #include "startup/WindowsCommandLine.h"
+#include "startup/WindowsLibraries.h"
 
 namespace {
 
@@ -38,6 +39,7 @@ std::unique_ptr<Platform> OpenLiveMachine() {
 }  // namespace
 
 int main() {
+    ostrevin::LoadLibrariesFromSystem();
     std::ios::sync_with_stdio(false);
     const Utf8Console console;
     // The bytes are the same on every host.
