@@ -32,6 +32,26 @@ class SampleForm : public Form {
 
 using Strings = std::vector<std::string>;
 
+TEST(Form, HasAScaleAcrossAndAnotherOneDown) {
+    TestToolkit toolkit;
+    toolkit.pixelsPerInch = 120;
+    toolkit.pixelsPerInchY = 144;
+    SampleForm form(toolkit);
+    Frame frame(&form, "frame");
+    frame.Move(1440, 720, 2880, 1440);
+    EXPECT_EQ(form.ScaleX(1440, ScaleMode::Twip, ScaleMode::Pixel), 120);
+    EXPECT_EQ(form.ScaleY(1440, ScaleMode::Twip, ScaleMode::Pixel), 144);
+    const PixelRect place = frame.PlaceInPixels();
+    EXPECT_EQ(place.left, 120);
+    EXPECT_EQ(place.top, 72);
+    EXPECT_EQ(place.width, 240);
+    EXPECT_EQ(place.height, 144);
+    form.Show();
+    form.Resized(600, 360, WindowState::Normal);
+    EXPECT_EQ(form.Width(), 7200);
+    EXPECT_EQ(form.Height(), 3600);
+}
+
 TEST(Form, LoadsOnceAndBeforeItIsShown) {
     TestToolkit toolkit;
     SampleForm form(toolkit);

@@ -51,7 +51,7 @@ TEST_F(ProgramTest, ShowsTheSplashWhileTheAccountsLoadAndThenTheWindow) {
     Program program(platform, toolkit);
     program.Main();
     std::erase_if(toolkit.log, [](const std::string& what) { return what.starts_with("load cursor"); });
-    EXPECT_EQ(toolkit.log, (Strings{"load frmSplash", "show frmSplash", "refresh frmSplash",
+    EXPECT_EQ(toolkit.log, (Strings{"init controls", "load frmSplash", "show frmSplash", "refresh frmSplash",
                                     "unload frmSplash", "load frmMain", "show frmMain"}));
     EXPECT_EQ(toolkit.initCalls, 1);
     EXPECT_EQ(program.LoggedOnUserName(), "anna");
@@ -102,7 +102,8 @@ TEST_F(ProgramTest, TellsOfTheSystemBeforeTheUser) {
     program.Main();
     ASSERT_EQ(toolkit.boxes.size(), 2U);
     EXPECT_EQ(toolkit.boxes[1].text, kAdministratorWarning);
-    EXPECT_EQ(toolkit.log[2], "load frmSplash");
+    EXPECT_EQ(toolkit.log[2], "init controls");
+    EXPECT_EQ(toolkit.log[3], "load frmSplash");
 }
 
 TEST_F(ProgramTest, GoesOnWhenTheControlClassesAreNotToBeHad) {

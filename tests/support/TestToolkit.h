@@ -21,7 +21,7 @@ class TestToolkit : public Toolkit {
     };
 
     /// What happened, in order: "load NAME", "show NAME", "modal NAME", "hide NAME", "unload NAME", "box
-    /// TEXT", "save TITLE|FILTER|NAME", "load cursor NUMBER", "clip", "unclip".
+    /// TEXT", "init controls", "save TITLE|FILTER|NAME", "load cursor NUMBER", "clip", "unclip".
     std::vector<std::string> log;
     std::vector<Box> boxes;
     /// Runs while a modal form is shown; it should hide or unload the form.
@@ -41,6 +41,7 @@ class TestToolkit : public Toolkit {
 
     void InitCommonControls() override {
         ++initCalls;
+        log.emplace_back("init controls");
         if (initFails) {
             throw ControlError("no control classes");
         }

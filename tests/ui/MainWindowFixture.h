@@ -34,8 +34,8 @@ class ListRecorder : public ListViewView {
     void SortChanged() override {}
     void LockUpdate(bool /*locked*/) override {}
     void EnsureVisible(std::size_t row) override { rowsShown.push_back(row); }
-    [[nodiscard]] std::uint32_t ExtendedStyle() const override { return 0; }
-    void SetExtendedStyle(std::uint32_t /*style*/) override {}
+    [[nodiscard]] std::uint32_t ExtendedStyle() const override { return style; }
+    void SetExtendedStyle(std::uint32_t newStyle) override { style = newStyle; }
 
     /// The list's state when its rows changed.
     struct Change {
@@ -46,6 +46,7 @@ class ListRecorder : public ListViewView {
     std::vector<Change> changes;
     std::vector<std::size_t> rowsShown;  ///< from 0
     std::vector<double> widths;          ///< of each move
+    std::uint32_t style = 0;             ///< the extended one
 
   private:
     ListView& list_;

@@ -1,6 +1,7 @@
 // The main window's tree, tabs, lists, menus and status bar.
 #include <array>
 #include <cstdint>
+#include <list>
 #include <string>
 #include <utility>
 
@@ -108,6 +109,18 @@ TEST_F(MainWindowTest, LoadMakesImagesTransparentAndSelectsWholeRows) {
     for (const ListView* list : {&window.lstProgram, &window.lstRecent, &window.lstOpenSave,
                                  &window.lstIEHistory, &window.lstTypedURL}) {
         EXPECT_EQ(list->ExtendedStyle() & 0x20U, 0x20U);
+    }
+}
+
+TEST_F(MainWindowTest, LoadLeavesTheListsTheStylesThatTheyHave) {
+    std::list<ListRecorder> recorders;
+    for (ListView* list : {&window.lstProgram, &window.lstRecent, &window.lstOpenSave, &window.lstIEHistory,
+                           &window.lstTypedURL}) {
+        recorders.emplace_back(*list).style = 0x4001;
+    }
+    Show();
+    for (const ListRecorder& recorder : recorders) {
+        EXPECT_EQ(recorder.style, 0x4021U);
     }
 }
 
