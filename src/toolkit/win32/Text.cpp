@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "controls/ShownText.h"
+
 namespace ostrevin::win32 {
 
 std::wstring Wide(std::string_view utf8) {
@@ -10,6 +12,10 @@ std::wstring Wide(std::string_view utf8) {
         static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, nullptr, 0)), L'\0');
     MultiByteToWideChar(CP_UTF8, 0, utf8.data(), length, wide.data(), static_cast<int>(wide.size()));
     return wide;
+}
+
+std::wstring WideShown(std::string_view utf8) {
+    return Wide(ShownText(utf8));
 }
 
 std::string Utf8(std::wstring_view wide) {

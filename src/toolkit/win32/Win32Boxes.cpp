@@ -101,7 +101,7 @@ DWORD StyleOf(const Frame& frame) {
 Win32Frame::Win32Frame(Win32Toolkit& toolkit, Frame& frame, HWND parent) : WindowView(toolkit, frame) {
     Create(BoxClass(), StyleOf(frame), WS_EX_CONTROLPARENT, parent);
     if (!frame.Caption().empty()) {
-        border_ = CreateWindowExW(0, L"BUTTON", Wide(frame.Caption()).c_str(),
+        border_ = CreateWindowExW(0, L"BUTTON", WideShown(frame.Caption()).c_str(),
                                   WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | BS_GROUPBOX, 0, 0, 0, 0, Handle(),
                                   nullptr, GetModuleHandleW(nullptr), nullptr);
         SendMessageW(border_, WM_SETFONT, reinterpret_cast<WPARAM>(toolkit.FontOf(frame)), FALSE);

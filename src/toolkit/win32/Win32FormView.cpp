@@ -285,7 +285,7 @@ void Win32FormView::Hide() {
 }
 
 void Win32FormView::CaptionChanged() {
-    SetWindowTextW(window_, Wide(form_.Caption()).c_str());
+    SetWindowTextW(window_, WideShown(form_.Caption()).c_str());
 }
 
 void Win32FormView::SizeChanged() {

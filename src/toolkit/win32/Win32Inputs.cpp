@@ -9,8 +9,8 @@
 namespace ostrevin::win32 {
 namespace {
 
-void SetText(HWND window, const std::string& text) {
-    SetWindowTextW(window, Wide(text).c_str());
+void SetCaption(HWND window, const std::string& caption) {
+    SetWindowTextW(window, WideShown(caption).c_str());
 }
 
 std::string TextOf(HWND window) {
@@ -34,7 +34,7 @@ Win32Label::Win32Label(Win32Toolkit& toolkit, Label& label, HWND parent) : Windo
 }
 
 void Win32Label::CaptionChanged() {
-    SetText(Handle(), Control().Caption());
+    SetCaption(Handle(), Control().Caption());
 }
 
 Win32CommandButton::Win32CommandButton(Win32Toolkit& toolkit, CommandButton& button, HWND parent,
@@ -46,7 +46,7 @@ Win32CommandButton::Win32CommandButton(Win32Toolkit& toolkit, CommandButton& but
 }
 
 void Win32CommandButton::CaptionChanged() {
-    SetText(Handle(), Control().Caption());
+    SetCaption(Handle(), Control().Caption());
 }
 
 void Win32CommandButton::OnCommand(unsigned code, unsigned /*command*/) {
@@ -77,7 +77,7 @@ Win32CheckBox::Win32CheckBox(Win32Toolkit& toolkit, CheckBox& box, HWND parent) 
 }
 
 void Win32CheckBox::CaptionChanged() {
-    SetText(Handle(), Control().Caption());
+    SetCaption(Handle(), Control().Caption());
 }
 
 void Win32CheckBox::ValueChanged() {
@@ -102,7 +102,7 @@ Win32TextBox::Win32TextBox(Win32Toolkit& toolkit, TextBox& box, HWND parent) : W
 
 void Win32TextBox::TextChanged() {
     settingText_ = true;
-    SetText(Handle(), Control().Text());
+    SetWindowTextW(Handle(), Wide(Control().Text()).c_str());
     settingText_ = false;
 }
 
@@ -197,7 +197,7 @@ void Win32ComboBox::ItemsChanged() {
     const auto& items = Control().Items();
     for (auto i = static_cast<std::size_t>(SendMessageW(Handle(), CB_GETCOUNT, 0, 0)); i < items.size();
          ++i) {
-        SendMessageW(Handle(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Wide(items[i]).c_str()));
+        SendMessageW(Handle(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(WideShown(items[i]).c_str()));
     }
     SelectionChanged();
 }

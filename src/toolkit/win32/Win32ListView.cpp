@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "controls/ShownText.h"
 #include "toolkit/win32/CommonControls.h"
 #include "toolkit/win32/Text.h"
 
@@ -12,8 +13,8 @@ namespace {
 /// Of the first column, in pixels of a screen with 96 to the inch.
 constexpr double kLeastWidth = 160;
 
-/// Asks for the selection of the control to be shown again.
-constexpr UINT kShowSelection = WM_APP;
+/// Asks for the focus and what is highlighted to be one with the control's selection again.
+constexpr UINT kSettle = WM_APP;
 
 /// A list's number of the item at a point of a mouse message; -1 beside the items.
 int RowAt(HWND list, LPARAM point) {
@@ -101,17 +102,35 @@ void Win32ListView::SelectionChanged() {
 }
 
 void Win32ListView::ShowSelection() {
+    const LRESULT row = RowOfSelection();
+    for (const UINT state : {UINT{LVIS_SELECTED}, UINT{LVIS_FOCUSED}}) {
+        const LRESULT shown = RowWith(state);
+        if (shown != row && shown >= 0) {
+            SetState(static_cast<WPARAM>(shown), state, 0);
+        }
+        if (shown != row && row >= 0) {
+            SetState(static_cast<WPARAM>(row), state, state);
+        }
+    }
+}
+
+void Win32ListView::Settle() {
+    const LRESULT focused = RowWith(LVIS_FOCUSED);
+    if (focused >= 0 && focused != RowOfSelection()) {
+        ChooseRow(static_cast<int>(focused));
+    } else {
+        ShowSelection();
+    }
+}
+
+LRESULT Win32ListView::RowOfSelection() const {
     const ListItem* item = Control().SelectedItem();
+    return item == nullptr ? -1 : static_cast<LRESULT>(Control().IndexOf(*item)) - 1;
+}
+
+LRESULT Win32ListView::RowWith(UINT state) const {
     constexpr auto kAll = static_cast<WPARAM>(-1);
-    if (item == nullptr) {
-        SetState(kAll, LVIS_SELECTED, 0);
-        return;
-    }
-    const auto row = static_cast<WPARAM>(Control().IndexOf(*item) - 1);
-    if (Send(LVM_GETNEXTITEM, kAll, LVNI_SELECTED) != static_cast<LRESULT>(row)) {
-        SetState(kAll, LVIS_SELECTED, 0);
-        SetState(row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-    }
+    return Send(LVM_GETNEXTITEM, kAll, state == LVIS_SELECTED ? LVNI_SELECTED : LVNI_FOCUSED);
 }
 
 void Win32ListView::SetState(WPARAM row, UINT mask, UINT value) {
@@ -163,9 +182,24 @@ void Win32ListView::SetExtendedStyle(std::uint32_t style) {
 LRESULT Win32ListView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     BringUpToDate();
     switch (message) {
-        case kShowSelection:
-            ShowSelection();
+        case kSettle:
+            Settle();
             return 0;
+        case WM_SETFOCUS: {
+            // A first focus may go to the first row, which is no choice of a person.
+            updating_ = true;
+            const LRESULT result = WindowView::OnMessage(message, wParam, lParam);
+            updating_ = false;
+            ShowSelection();
+            return result;
+        }
+        case WM_KEYDOWN:
+            if (MovesSelection(wParam) && Control().SelectedItem() == nullptr && Control().ItemCount() > 0) {
+                EnsureVisible(0);
+                ChooseRow(0);
+                return 0;
+            }
+            break;
         case WM_LBUTTONDOWN:
         case WM_RBUTTONDOWN:
             return Press(message, wParam, lParam);
@@ -195,9 +229,7 @@ LRESULT Win32ListView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT Win32ListView::Press(UINT message, WPARAM wParam, LPARAM lParam) {
     const int row = RowAt(Handle(), lParam);
-    const ListItem* selected = Control().SelectedItem();
-    const bool isSelected =
-        row >= 0 && selected != nullptr && Control().IndexOf(*selected) - 1 == static_cast<std::size_t>(row);
+    const bool isSelected = row >= 0 && row == RowOfSelection();
     const LRESULT result = WindowView::OnMessage(message, wParam, lParam);
     // Of all other rows LVN_ITEMCHANGED has told, and what it told may have taken the window away.
     if (isSelected) {
@@ -226,12 +258,10 @@ std::optional<LRESULT> Win32ListView::OnNotify(NMHDR& header) {
             return 0;
         }
         case NM_DBLCLK:
-            if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) {
-                OpenRow();
-            }
+            OpenRow(reinterpret_cast<const NMITEMACTIVATE&>(header).iItem);
             return 0;
         case NM_RETURN:
-            OpenRow();
+            OpenRow(RowOfSelection());
             return 0;
         default:
             return std::nullopt;
@@ -246,7 +276,7 @@ void Win32ListView::TellText(LVITEMW& cell) {
     const auto row = static_cast<std::size_t>(cell.iItem);
     std::wstring& text = texts_[nextText_];
     nextText_ = (nextText_ + 1) % texts_.size();
-    text = row < Control().ItemCount() ? Wide(Control().Item(row + 1).Cell(cell.iSubItem + 1)) : L"";
+    text = row < Control().ItemCount() ? WideShown(Control().Item(row + 1).Cell(cell.iSubItem + 1)) : L"";
     cell.pszText = text.data();
 }
 
@@ -257,11 +287,12 @@ LRESULT Win32ListView::FindRow(int from, const LVFINDINFOW& sought) const {
         return -1;
     }
     const std::wstring_view typed = sought.psz;
+    const std::size_t mostBytes = 3 * (typed.size() + 1);  // of UTF-8 for a character more than was typed
     const bool whole = (sought.flags & (LVFI_PARTIAL | kSubstring)) == 0;
     const std::size_t first = from < 0 ? 0 : static_cast<std::size_t>(from);
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t row = (first + i) % count;
-        const std::wstring text = Wide(Control().Item(row + 1).Text());
+        const std::wstring text = Wide(BeginningOf(Control().Item(row + 1).Text(), mostBytes));
         const std::wstring_view compared =
             whole ? std::wstring_view(text) : std::wstring_view(text).substr(0, typed.size());
         if (CompareStringW(LOCALE_USER_DEFAULT, NORM_IGNORECASE, compared.data(),
@@ -274,13 +305,14 @@ LRESULT Win32ListView::FindRow(int from, const LVFINDINFOW& sought) const {
 }
 
 void Win32ListView::StateOfRowChanged(const NMLISTVIEW& change) {
-    const bool was = (change.uOldState & LVIS_SELECTED) != 0;
-    const bool is = (change.uNewState & LVIS_SELECTED) != 0;
-    if (is && !was) {
+    const UINT gained = change.uNewState & ~change.uOldState;
+    const UINT lost = change.uOldState & ~change.uNewState;
+    if ((gained & LVIS_SELECTED) != 0) {
         ChooseRow(change.iItem);
-    } else if (was && !is) {
-        // Another row is about to be chosen, or the click went beside the rows, which chooses none.
-        PostMessageW(Handle(), kShowSelection, 0, 0);
+    } else if ((gained & LVIS_FOCUSED) != 0 || (lost & LVIS_SELECTED) != 0) {
+        // Another row is about to be chosen, or has the focus alone; or what was done chooses none: a click
+        // beside the rows, or one with the Control key on the selected row.
+        PostMessageW(Handle(), kSettle, 0, 0);
     }
 }
 
@@ -290,8 +322,10 @@ void Win32ListView::ChooseRow(int row) {
     }
 }
 
-void Win32ListView::OpenRow() {
-    Owner().Deliver([this] { Control().DblClick.Raise(); });
+void Win32ListView::OpenRow(LRESULT row) {
+    if (row >= 0 && static_cast<std::size_t>(row) < Control().ItemCount()) {
+        Owner().Deliver([&] { Control().OpenItem(Control().Item(static_cast<std::size_t>(row) + 1)); });
+    }
 }
 
 }  // namespace ostrevin::win32

@@ -39,6 +39,12 @@ class Win32ListView final : public WindowView<ListViewView, ListView> {
     /// Shows the rows as they are now, if they changed since it was done last.
     void BringUpToDate();
     void ShowSelection();
+    /// Selects the row to which the focus went alone, or shows the control's selection again.
+    void Settle();
+    /// The row, from 0, that the control holds selected, and the one that the window shows in a state; -1 for
+    /// none.
+    [[nodiscard]] LRESULT RowOfSelection() const;
+    [[nodiscard]] LRESULT RowWith(UINT state) const;
     void SetState(WPARAM row, UINT mask, UINT value);
 
     /// Puts the text of a cell where the window asked for it.
@@ -50,7 +56,7 @@ class Win32ListView final : public WindowView<ListViewView, ListView> {
     LRESULT Press(UINT message, WPARAM wParam, LPARAM lParam);
     /// A person chose a row, from 0.
     void ChooseRow(int row);
-    void OpenRow();
+    void OpenRow(LRESULT row);
 
     // A text has to stay while the window asks for the next two.
     std::array<std::wstring, 3> texts_;

@@ -25,7 +25,7 @@ void Win32StatusBar::Moved() {
 }
 
 void Win32StatusBar::PanelChanged(int panel) {
-    const std::wstring text = Wide(Control().PanelText(panel));
+    const std::wstring text = WideShown(Control().PanelText(panel));
     Widen(panel, text);
     SendMessageW(Handle(), SB_SETTEXTW, static_cast<WPARAM>(panel - 1),
                  reinterpret_cast<LPARAM>(text.c_str()));

@@ -15,7 +15,7 @@ Win32TabStrip::Win32TabStrip(Win32Toolkit& toolkit, TabStrip& tabs, HWND parent)
     SendMessageW(Handle(), TCM_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images_.Handle()));
     WPARAM place = 0;
     for (const TabStrip::Tab& tab : tabs.Tabs()) {
-        std::wstring caption = Wide(tab.caption);
+        std::wstring caption = WideShown(tab.caption);
         TCITEMW item = {};
         item.mask = TCIF_TEXT | TCIF_IMAGE;
         item.pszText = caption.data();

@@ -6,6 +6,7 @@
 
 #include "controls/FailureText.h"
 #include "controls/Form.h"
+#include "controls/ShownText.h"
 #include "toolkit/win32/Text.h"
 #include "toolkit/win32/Win32FormView.h"
 
@@ -68,7 +69,7 @@ std::unique_ptr<FormView> Win32Toolkit::CreateView(Form& form) {
 }
 
 void Win32Toolkit::MsgBox(Form* owner, const std::string& text, const std::string& caption) {
-    MessageBoxW(OwnerOf(owner), Wide(text).c_str(), Wide(caption).c_str(), MB_OK);
+    MessageBoxW(OwnerOf(owner), Wide(ShownMessage(text)).c_str(), WideShown(caption).c_str(), MB_OK);
 }
 
 std::string Win32Toolkit::ShowSave(Form* owner, const SaveRequest& request) {
@@ -131,7 +132,7 @@ void Win32Toolkit::Deliver(const std::function<void()>& action) {
     try {
         action();
     } catch (const std::exception& failure) {
-        MessageBoxW(GetActiveWindow(), Wide(FailureText(failure)).c_str(), kProgramName,
+        MessageBoxW(GetActiveWindow(), Wide(ShownMessage(FailureText(failure))).c_str(), kProgramName,
                     MB_OK | MB_ICONERROR);
         exitCode_ = 1;
         WakeLoop();

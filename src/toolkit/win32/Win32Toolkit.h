@@ -12,7 +12,7 @@
 
 namespace ostrevin::win32 {
 
-class Win32Toolkit final : public Toolkit {
+class Win32Toolkit : public Toolkit {
   public:
     Win32Toolkit();
 

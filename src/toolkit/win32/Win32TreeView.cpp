@@ -7,10 +7,6 @@ namespace {
 
 constexpr int kImageSize = 16;
 
-bool IsMove(WPARAM key) {
-    return key >= VK_PRIOR && key <= VK_DOWN;  // pages, ends and arrows
-}
-
 /// Whether a node, or null, stands somewhere below another one.
 bool IsIn(const TreeNode* node, const TreeNode* above) {
     while (node != nullptr && node->Parent() != above) {
@@ -23,7 +19,10 @@ bool IsIn(const TreeNode* node, const TreeNode* above) {
 
 Win32TreeView::Win32TreeView(Win32Toolkit& toolkit, TreeView& tree, HWND parent)
     : WindowView(toolkit, tree), images_(toolkit, tree.Images(), kImageSize, GetSysColor(COLOR_WINDOW)) {
-    Create(WC_TREEVIEWW, WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS,
+    // Without drags: a press selects at once, and where the mouse goes until it is let go of means nothing.
+    Create(WC_TREEVIEWW,
+           WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS |
+               TVS_DISABLEDRAGDROP,
            WS_EX_CLIENTEDGE, parent);
     Send(TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.Handle()));
     Show();
@@ -45,7 +44,7 @@ void Win32TreeView::AddWithChildren(TreeNode& node) {
 }
 
 void Win32TreeView::NodeAdded(TreeNode& node) {
-    std::wstring text = Wide(node.Text());
+    std::wstring text = WideShown(node.Text());
     TVINSERTSTRUCTW added = {};
     added.hParent = node.Parent() == nullptr ? TVI_ROOT : items_.at(node.Parent());
     added.hInsertAfter = TVI_LAST;
@@ -85,7 +84,7 @@ LRESULT Win32TreeView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return result;
         }
         case WM_KEYDOWN:
-            if (IsMove(wParam) && Control().SelectedItem() == nullptr && !Control().Roots().empty()) {
+            if (MovesSelection(wParam) && Control().SelectedItem() == nullptr && !Control().Roots().empty()) {
                 Choose(Control().Roots().front().get());
                 return 0;
             }

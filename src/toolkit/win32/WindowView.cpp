@@ -67,6 +67,20 @@ std::optional<LRESULT> HandToChild(UINT message, WPARAM wParam, LPARAM lParam) {
     return std::nullopt;
 }
 
+bool MovesSelection(WPARAM key) {
+    switch (key) {
+        case VK_PRIOR:
+        case VK_NEXT:
+        case VK_END:
+        case VK_HOME:
+        case VK_UP:
+        case VK_DOWN:
+            return true;
+        default:
+            return false;
+    }
+}
+
 void Place(HWND window, const Control& control) {
     const PixelRect place = control.PlaceInPixels();
     SetWindowPos(window, nullptr, place.left, place.top, place.width, place.height,

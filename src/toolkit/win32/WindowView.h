@@ -52,6 +52,9 @@ class ChildWindow {
 /// Hands a WM_COMMAND or WM_NOTIFY to the child window that sent it; none for all other messages.
 [[nodiscard]] std::optional<LRESULT> HandToChild(UINT message, WPARAM wParam, LPARAM lParam);
 
+/// Whether a key moves the selection of a list or a tree up or down.
+[[nodiscard]] bool MovesSelection(WPARAM key);
+
 /// Puts a window where its control is.
 void Place(HWND window, const Control& control);
 

@@ -72,6 +72,39 @@ class Person {
     UINT_PTR timer_;
 };
 
+/// Says no to any box that is shown over the dialog with a title, and notes that there was one.
+class Refusal {
+  public:
+    Refusal(std::wstring title, bool& wasAsked) : title_(std::move(title)), wasAsked_(wasAsked) {
+        refusal_ = this;
+        timer_ = SetTimer(nullptr, 0, 100, Look);
+    }
+    Refusal(const Refusal&) = delete;
+    Refusal& operator=(const Refusal&) = delete;
+    ~Refusal() {
+        KillTimer(nullptr, timer_);
+        refusal_ = nullptr;
+    }
+
+  private:
+    static void CALLBACK Look(HWND /*window*/, UINT /*message*/, UINT_PTR /*timer*/, DWORD /*time*/) {
+        const HWND active = GetActiveWindow();
+        const HWND owner = GetWindow(active, GW_OWNER);
+        std::array<wchar_t, 64> title{};
+        GetWindowTextW(owner, title.data(), static_cast<int>(title.size()));
+        if (owner != nullptr && refusal_->title_ == title.data()) {
+            refusal_->wasAsked_ = true;
+            PostMessageW(active, WM_COMMAND, IDNO, 0);
+            PostMessageW(owner, WM_COMMAND, IDCANCEL, 0);
+        }
+    }
+
+    static inline Refusal* refusal_ = nullptr;
+    std::wstring title_;
+    bool& wasAsked_;
+    UINT_PTR timer_;
+};
+
 class SampleForm : public Form {
   public:
     SampleForm(Toolkit& toolkit, enum BorderStyle style) : Form(toolkit, "frmSample") {
@@ -238,6 +271,39 @@ TEST_F(FormViewTest, SizesAreThoseOfTheInsideAtTheScreensResolution) {
         EXPECT_EQ(place.bottom - place.top, PixelsX(825) - PixelsX(450));
         GetWindowRect(Child(*form, L"COMBOBOX"), &place);
         EXPECT_EQ(place.bottom - place.top, PixelsX(2575) - PixelsX(2200));
+    }
+}
+
+/// A screen whose points are not square.
+class OblongPixels : public Win32Toolkit {
+  public:
+    [[nodiscard]] double PixelsPerInchX() const override { return 120; }
+    [[nodiscard]] double PixelsPerInchY() const override { return 144; }
+};
+
+TEST(FormViewOnOblongPixels, HasAScaleAcrossAndAnotherOneDown) {
+    OblongPixels screen;
+    for (const BorderStyle style : {BorderStyle::FixedDialog, BorderStyle::Sizable}) {
+        SampleForm form(screen, style);
+        form.SetMinPixelSize(300, 200);
+        form.Show();
+        const HWND shown = static_cast<Win32FormView*>(form.View())->Window();
+        RECT inside{};
+        GetClientRect(shown, &inside);
+        EXPECT_EQ(inside.right, 500);   // 6000 twips
+        EXPECT_EQ(inside.bottom, 450);  // 4500 twips
+        RECT place{};
+        GetWindowRect(FindWindowExW(shown, nullptr, L"EDIT", nullptr), &place);
+        MapWindowPoints(nullptr, shown, reinterpret_cast<POINT*>(&place), 2);
+        EXPECT_EQ(place.left, 13);  // 150 twips
+        EXPECT_EQ(place.top, 45);   // 450 twips
+        EXPECT_EQ(place.right, 179);
+        EXPECT_EQ(place.bottom, 83);
+        form.Move(0, 0, 4800, 3600);
+        GetClientRect(shown, &inside);
+        EXPECT_EQ(inside.right, 400);
+        EXPECT_EQ(inside.bottom, 360);
+        form.Unload();
     }
 }
 
@@ -695,6 +761,21 @@ TEST_F(FormViewTest, TheSaveDialogAsksAsItIsTold) {
         save.ShowSave();
     }
     EXPECT_EQ(save.FileName(), "C:\\windows\\no default");
+    // A file that is there is not asked about.
+    const std::wstring there = std::wstring(folder.data()) + L"\\there.htm";
+    CloseHandle(CreateFileW(there.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    bool isAsked = false;
+    {
+        const Person person({{L"Where to", [&](HWND shown) {
+                                  SetDlgItemTextW(shown, kFileNameBox, there.c_str());
+                                  PostMessageW(shown, WM_COMMAND, IDOK, 0);
+                              }}});
+        const Refusal refusal(L"Where to", isAsked);
+        save.ShowSave();
+    }
+    EXPECT_FALSE(isAsked);
+    EXPECT_EQ(save.FileName(), Utf8(there));
+    DeleteFileW(there.c_str());
     std::array<wchar_t, MAX_PATH> after{};
     GetCurrentDirectoryW(MAX_PATH, after.data());
     EXPECT_STREQ(after.data(), folder.data());

@@ -1,11 +1,14 @@
 // Lists, trees, tabs and bars as a person sees and uses them: with mouse and keys, read back with the
 // messages of the common controls.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <cwchar>
 #include <functional>
 #include <gtest/gtest.h>
 #include <initializer_list>
+#include <random>
 #include <set>
 #include <string>
 #include <utility>
@@ -15,6 +18,7 @@
 #include "controls/Form.h"
 #include "controls/Inputs.h"
 #include "controls/ListView.h"
+#include "controls/ShownText.h"
 #include "controls/StatusBar.h"
 #include "controls/TabStrip.h"
 #include "controls/ToolBar.h"
@@ -24,6 +28,7 @@
 #include "toolkit/win32/Text.h"
 #include "toolkit/win32/Win32FormView.h"
 #include "toolkit/win32/Win32Toolkit.h"
+#include "toolkit/win32/WindowView.h"
 #include "toolkit/win32/Windows.h"
 
 namespace ostrevin::win32 {
@@ -69,6 +74,7 @@ class ListsForm : public Form {
         list.DblClick = [this] { done.emplace_back("open"); };
         list.ColumnClick = [this](ColumnHeader& column) { done.push_back("column " + column.Text()); };
         progress.Move(150, 6200, 3300, 300);
+        label.Move(3600, 6200, 3300, 300);
         status.SetAlignment(Align::Bottom);
         status.SetHeight(390);
         status.AddPanel(0);
@@ -90,6 +96,7 @@ class ListsForm : public Form {
     ListView list{&first, "list"};
     ListView other{&second, "other"};
     ProgressBar progress{this, "progress"};
+    Label label{this, "label"};
     StatusBar status{this, "status"};
 
   protected:
@@ -219,6 +226,72 @@ class ListViewsTest : public ::testing::Test {
         Settle();
     }
 
+    using Inputs = std::vector<INPUT>;
+
+    static INPUT KeyInput(WORD key, DWORD flags = 0) {
+        INPUT input = {};
+        input.type = INPUT_KEYBOARD;
+        input.ki.wVk = key;
+        input.ki.dwFlags = flags;
+        return input;
+    }
+    static INPUT MouseInput(DWORD action, int wheel = 0) {
+        INPUT input = {};
+        input.type = INPUT_MOUSE;
+        input.mi.dwFlags = action;
+        input.mi.mouseData = static_cast<DWORD>(wheel);
+        return input;
+    }
+    static INPUT MoveInput(HWND to, POINT place) {
+        ClientToScreen(to, &place);
+        INPUT input = MouseInput(MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE);
+        input.mi.dx = (place.x * 65536 + 32768) / GetSystemMetrics(SM_CXSCREEN);
+        input.mi.dy = (place.y * 65536 + 32768) / GetSystemMetrics(SM_CYSCREEN);
+        return input;
+    }
+    static Inputs ClickInputs(HWND to, POINT place) {
+        return {MoveInput(to, place), MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)};
+    }
+    /// Pressed at one place, let go of at another.
+    static Inputs DragInputs(HWND to, POINT from, POINT until) {
+        return {MoveInput(to, from), MouseInput(MOUSEEVENTF_LEFTDOWN), MoveInput(to, until),
+                MouseInput(MOUSEEVENTF_LEFTUP)};
+    }
+    static Inputs PressInputs(WORD key) { return {KeyInput(key), KeyInput(key, KEYEVENTF_KEYUP)}; }
+    /// All at once, since a press may begin a loop of its own; a modifier is held down meanwhile, 0 is none.
+    void Do(Inputs inputs, WORD modifier = 0) {
+        if (modifier != 0) {
+            inputs.insert(inputs.begin(), KeyInput(modifier));
+            inputs.push_back(KeyInput(modifier, KEYEVENTF_KEYUP));
+        }
+        SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+        Settle();
+    }
+    void AddAccounts(int count) {
+        for (int i = 0; i < count; ++i) {
+            const std::string key = std::to_string(i);
+            TreeNode& account = form.tree.Add(nullptr, key, "Account " + key, "USER");
+            form.tree.Add(&account, key + ":PROGRAMS", "Programs", "PROGRAM");
+            form.tree.Add(&account, key + ":RECENT", "Recent", "PROGRAM");
+        }
+    }
+    /// What is highlighted, what has the focus rectangle and what the control holds are one thing.
+    void ExpectOneSelection() const {
+        const ListItem* item = form.list.SelectedItem();
+        const int row = item == nullptr ? -1 : static_cast<int>(form.list.IndexOf(*item)) - 1;
+        EXPECT_EQ(SelectedRow(), row);
+        EXPECT_EQ(Send(list, LVM_GETSELECTEDCOUNT), item == nullptr ? 0 : 1);
+        EXPECT_EQ(Send(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), row);
+        TVITEMW caret = {};
+        caret.mask = TVIF_PARAM;
+        caret.hItem = ItemOf({TVGN_CARET});
+        if (caret.hItem != nullptr) {
+            Send(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&caret));
+        }
+        EXPECT_EQ(reinterpret_cast<TreeNode*>(caret.lParam), form.tree.SelectedItem());
+        EXPECT_EQ(ItemOf({TVGN_DROPHILITE}), nullptr);
+    }
+
     [[nodiscard]] std::string CellText(int row, int column) const {
         std::array<wchar_t, 300> text{};
         LVITEMW item = {};
@@ -293,6 +366,61 @@ TEST_F(ListViewsTest, CellsAreTheTextsOfTheRows) {
     const std::string longText(290, 'u');
     form.list.Item(10).SetText(longText);
     EXPECT_EQ(CellText(9, 0), longText);
+}
+
+TEST_F(ListViewsTest, NoTextOfTheEvidenceIsHandedToAWindowWhole) {
+    Open();
+    const std::string endless(30'000'000, 'u');
+    const std::string odd = std::string("a&b\0<img>\t\r\n\x1B[1m", 17) + "\xE2\x80\xAEtxt.exe";
+    const std::string shownOdd = ShownText(odd);
+    EXPECT_EQ(shownOdd.find('\0'), std::string::npos);
+    form.list.Add("0KEY", endless).SetSubItem(1, odd);
+    form.tree.Add(nullptr, "A", endless, "USER");
+    form.tree.Add(nullptr, "B", odd, "USER");
+    form.label.SetCaption(endless);
+    form.status.SetPanelText(1, endless);
+    form.status.SetPanelText(2, "\t\tright?");
+    std::size_t longest = 0;
+    std::size_t cells = 0;
+    const Watch watch(page, [&](UINT message, WPARAM /*wParam*/, LPARAM lParam) {
+        if (message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lParam)->code == LVN_GETDISPINFOW) {
+            NMLVDISPINFOW asked = *reinterpret_cast<const NMLVDISPINFOW*>(lParam);
+            if ((asked.item.mask & LVIF_TEXT) != 0) {
+                asked.hdr.code = LVN_GETDISPINFOW;
+                ChildWindow::Of(list)->OnNotify(asked.hdr);
+                longest = std::max(longest, std::wcslen(asked.item.pszText));
+                ++cells;
+            }
+        }
+    });
+    Settle();
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    EXPECT_GE(cells, 2U);
+    EXPECT_GT(longest, kShownAtEachEnd);
+    EXPECT_LE(longest, 2 * kShownAtEachEnd + 1);
+    EXPECT_EQ(CellText(0, 1), shownOdd);
+
+    std::vector<wchar_t> text(2 * endless.size());
+    TVITEMW node = {};
+    node.mask = TVIF_TEXT;
+    node.hItem = ItemOf({TVGN_ROOT});
+    node.pszText = text.data();
+    node.cchTextMax = static_cast<int>(text.size());
+    Send(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&node));
+    EXPECT_LE(std::wcslen(node.pszText), 2 * kShownAtEachEnd + 1);
+    node.hItem = ItemOf({TVGN_ROOT, TVGN_NEXT});
+    node.pszText = text.data();
+    Send(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&node));
+    EXPECT_EQ(Utf8(node.pszText), shownOdd);
+    EXPECT_LE(GetWindowTextLengthW(Find(L"Static")), static_cast<int>(2 * kShownAtEachEnd + 1));
+    EXPECT_LE(LOWORD(Send(status, SB_GETTEXTLENGTHW, 0)), 2 * kShownAtEachEnd + 1);
+    // A tab would move the text.
+    Send(status, SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(text.data()));
+    EXPECT_EQ(Utf8(text.data()), "\xEF\xBF\xBD\xEF\xBF\xBDright?");
+    // What was typed is sought in the beginning of the text alone.
+    SetFocus(list);
+    Press('U');
+    EXPECT_EQ(SelectedRow(), 0);
 }
 
 TEST_F(ListViewsTest, ColumnsAreAsTheFormMadeThem) {
@@ -506,7 +634,8 @@ TEST_F(ListViewsTest, TheSelectionGoesWithItsRow) {
 TEST_F(ListViewsTest, ExtendedStylesAreThoseOfTheWindow) {
     Open();
     form.list.SetExtendedStyle(form.list.ExtendedStyle() | ListView::kFullRowSelect);
-    EXPECT_NE(Send(list, LVM_GETEXTENDEDLISTVIEWSTYLE) & LVS_EX_FULLROWSELECT, 0);
+    EXPECT_EQ(Send(list, LVM_GETEXTENDEDLISTVIEWSTYLE) & (LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP),
+              LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
     Send(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_GRIDLINES);
     EXPECT_EQ(form.list.ExtendedStyle(), std::uint32_t{LVS_EX_GRIDLINES});
 }
@@ -575,6 +704,166 @@ TEST_F(ListViewsTest, NodesAreChosenByMouseAndKeys) {
     Click(tree, {button, PlaceOf(ItemOf({TVGN_ROOT, TVGN_NEXT})).y});
     EXPECT_EQ(form.Done(), Names{"node B"});
     EXPECT_EQ(form.tree.SelectedItem(), &bert);
+}
+
+// What is highlighted, what has the focus rectangle and what the control holds.
+
+TEST_F(ListViewsTest, APressOnARowSelectsAndASlipChangesNothing) {
+    Open();
+    AddRows(10);
+    Settle();
+    Do(DragInputs(list, PlaceOfRow(2), PlaceOfRow(6)));
+    EXPECT_EQ(form.Done(), Names{"item row 2"});
+    ExpectOneSelection();
+    Do(DragInputs(list, PlaceOfRow(4), {PlaceOfRow(4).x, PlaceOfRow(4).y + 2}));
+    EXPECT_EQ(form.Done(), Names{"item row 4"});
+    ExpectOneSelection();
+}
+
+TEST_F(ListViewsTest, APressOnANodeSelectsAndASlipChangesNothing) {
+    AddAccounts(3);
+    Open();
+    const HTREEITEM first = ItemOf({TVGN_ROOT});
+    const HTREEITEM second = ItemOf({TVGN_ROOT, TVGN_NEXT});
+    Click(tree, PlaceOf(first));
+    EXPECT_EQ(form.Done(), Names{"node 0"});
+    Do(DragInputs(tree, PlaceOf(second), PlaceOf(first)));
+    EXPECT_EQ(form.Done(), Names{"node 1"});
+    ExpectOneSelection();
+}
+
+TEST_F(ListViewsTest, TheControlKeyTakesNoSelectionAway) {
+    Open();
+    AddRows(10);
+    Settle();
+    Click(list, PlaceOfRow(3));
+    Do(ClickInputs(list, PlaceOfRow(3, 60)), VK_CONTROL);
+    EXPECT_EQ(SelectedRow(), 3);
+    ExpectOneSelection();
+    Do(PressInputs(VK_SPACE), VK_CONTROL);
+    EXPECT_EQ(SelectedRow(), 3);
+    ExpectOneSelection();
+    Do(PressInputs(VK_DOWN), VK_CONTROL);
+    ExpectOneSelection();
+    // As where the focus goes without the selection, at the window's own wish.
+    LVITEMW state = {};
+    state.stateMask = state.state = LVIS_FOCUSED;
+    Send(list, LVM_SETITEMSTATE, 7, reinterpret_cast<LPARAM>(&state));
+    Settle();
+    EXPECT_EQ(SelectedRow(), 7);
+    ExpectOneSelection();
+    state.state = 0;
+    state.stateMask = LVIS_SELECTED;
+    Send(list, LVM_SETITEMSTATE, 7, reinterpret_cast<LPARAM>(&state));
+    Settle();
+    EXPECT_EQ(SelectedRow(), 7);
+    ExpectOneSelection();
+}
+
+TEST_F(ListViewsTest, WithNothingSelectedAKeySelectsTheFirstRow) {
+    Open();
+    AddRows(100);
+    Settle();
+    SetFocus(list);
+    Settle();
+    EXPECT_EQ(form.Done(), Names{});
+    ExpectOneSelection();
+    Press(VK_DOWN);
+    EXPECT_EQ(form.Done(), Names{"item row 0"});
+    ExpectOneSelection();
+    form.list.Select(nullptr);
+    ExpectOneSelection();
+    Press(VK_NEXT);
+    EXPECT_EQ(form.Done(), Names{"item row 0"});
+    form.list.Select(nullptr);
+    form.list.EnsureVisible(form.list.Item(100));
+    Press(VK_END);
+    EXPECT_EQ(form.Done(), Names{"item row 0"});
+    EXPECT_EQ(Send(list, LVM_GETTOPINDEX), 0);
+    form.list.Select(nullptr);
+    Press(VK_RETURN);
+    EXPECT_EQ(form.Done(), Names{});
+    ExpectOneSelection();
+}
+
+TEST_F(ListViewsTest, WithNothingSelectedAKeySelectsTheFirstNode) {
+    AddAccounts(3);
+    Open();
+    SetFocus(tree);
+    Press(VK_END);
+    EXPECT_EQ(form.Done(), Names{"node 0"});
+    ExpectOneSelection();
+}
+
+TEST_F(ListViewsTest, WhateverAPersonDoesSelectionHighlightAndFocusAreOne) {
+    AddAccounts(8);
+    Open();
+    AddRows(60);
+    form.list.Add("", "Zebra");
+    form.list.Add("", "apple");
+    Settle();
+    std::minstd_rand random(20061231);
+    const auto number = [&](int below) { return static_cast<int>(random() % static_cast<unsigned>(below)); };
+    const auto place = [&](HWND shown) {
+        RECT inside = {};
+        GetClientRect(shown, &inside);
+        return POINT{number(static_cast<int>(inside.right)), number(static_cast<int>(inside.bottom))};
+    };
+    constexpr std::array<WORD, 17> kKeys = {VK_UP,    VK_DOWN, VK_UP,   VK_DOWN,     VK_LEFT,  VK_RIGHT,
+                                            VK_PRIOR, VK_NEXT, VK_HOME, VK_END,      VK_SPACE, 'R',
+                                            'A',      'Z',     VK_ADD,  VK_SUBTRACT, '1'};
+    constexpr std::array<WORD, 4> kModifiers = {0, 0, VK_CONTROL, VK_SHIFT};
+    const int inputs = HasCommonControls6() ? 2000 : 500;
+    int chosen = 0;
+    for (int input = 0; input < inputs && !HasFailure(); ++input) {
+        const HWND shown = number(2) == 0 ? list : tree;
+        const WORD modifier = kModifiers[static_cast<std::size_t>(number(4))];
+        const int kind = number(12);
+        SCOPED_TRACE("input " + std::to_string(input) + ", kind " + std::to_string(kind) + ", modifier " +
+                     std::to_string(modifier) + (shown == list ? ", list" : ", tree"));
+        const POINT from = place(shown);
+        switch (kind) {
+            case 0:
+            case 1:
+                Do(ClickInputs(shown, from), modifier);
+                break;
+            case 2:
+                Do(DragInputs(shown, from, place(shown)), modifier);
+                break;
+            case 3:
+                Do({MoveInput(shown, from), MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP),
+                    MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)},
+                   modifier);
+                break;
+            case 4:
+                Do({MoveInput(shown, from), MouseInput(MOUSEEVENTF_RIGHTDOWN),
+                    MouseInput(MOUSEEVENTF_RIGHTUP)},
+                   modifier);
+                break;
+            case 5:
+                Do({MoveInput(shown, from),
+                    MouseInput(MOUSEEVENTF_WHEEL, number(2) == 0 ? WHEEL_DELTA : -WHEEL_DELTA)},
+                   modifier);
+                break;
+            case 6:
+                SetFocus(shown);
+                Settle();
+                break;
+            default:
+                Do(PressInputs(kKeys[static_cast<std::size_t>(number(static_cast<int>(kKeys.size())))]),
+                   modifier);
+                break;
+        }
+        if (number(50) == 0) {  // and what the program does meanwhile
+            form.list.SortBy(number(2), number(2) == 0 ? SortOrder::Ascending : SortOrder::Descending);
+            form.list.Select(number(2) == 0 ? nullptr
+                                            : &form.list.Item(static_cast<std::size_t>(number(60)) + 1));
+            Settle();
+        }
+        chosen += static_cast<int>(form.Done().size());
+        ExpectOneSelection();
+    }
+    EXPECT_GT(chosen, inputs / 4);
 }
 
 TEST_F(ListViewsTest, NodesHaveTextsAndImages) {
