@@ -80,6 +80,13 @@ TEST_F(ProgramTest, WarnsWithNothingBehindTheColonOnAnUnknownVersion) {
     EXPECT_TRUE(toolkit.boxes[0].text.starts_with("Your Operating System is : \r\nOstrevin requires"));
 }
 
+TEST_F(ProgramTest, HasNoWarningOnWindows2000) {
+    platform.version = {2, 5, 0};
+    Program program(platform, toolkit);
+    program.Main();
+    EXPECT_TRUE(toolkit.boxes.empty());
+}
+
 TEST_F(ProgramTest, TakesServer2003ForXP) {
     platform.version = {2, 5, 2};
     Program program(platform, toolkit);
