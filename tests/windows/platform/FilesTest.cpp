@@ -203,6 +203,12 @@ TEST_F(WindowsFilesTest, ReadsTheIndexOfAnAccount) {
         {static_cast<std::uint32_t>(record.accessed), static_cast<std::uint32_t>(record.accessed >> 32U)});
     ASSERT_TRUE(local);
     EXPECT_EQ(list.DateAccessed(0), DateFromCivil(*platform.FileTimeToSystemTime(*local)));
+    // Windows itself hides these files.
+    SetFileAttributesW((history / "index.dat").c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+    IEHistoryList hidden(platform, platform.EnvironmentVariable("USERNAME"));
+    EXPECT_TRUE(hidden.LoadIEHistory("ostrevin-test-anna"));
+    EXPECT_EQ(hidden.Count(), 1);
+    SetFileAttributesW((history / "index.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
     fs::remove_all(ownParent ? profile.parent_path() : profile);
 }
 
