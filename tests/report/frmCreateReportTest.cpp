@@ -228,8 +228,10 @@ TEST_F(CreateReportTest, EachReportBeginsAtNothing) {
     for (CheckBox* box : Sections()) {
         box->SetValue(CheckBox::kUnchecked);
     }
+    form.barProgress.SetMax(150);
     form.cmdGenerate.Press();
     EXPECT_EQ(form.barProgress.Value(), 0) << "and without a section stays there";
+    EXPECT_EQ(form.barProgress.Max(), 100);
 }
 
 TEST_F(CreateReportTest, AFailureIsLetThroughAndLeavesTheDialogWhole) {

@@ -302,6 +302,15 @@ TEST_F(ReportCommandTest, WithoutANamedAccountThereIsNothingToReport) {
     EXPECT_EQ(errors.str(), "ostrevin-report: volume: no account has a name\n");
 }
 
+TEST_F(ReportCommandTest, ALineEndAloneIsPutBetweenQuotesToo) {
+    for (const char* name : {"a\rb", "a\nb"}) {
+        prepare = [name](MemoryPlatform& machine) { machine.accountNames["S-1-5-21-2"] = {name}; };
+        EXPECT_EQ(Run({"--format", "csv", "--output", "C:\\Out", "volume"}), 0);
+        EXPECT_EQ(files["opensave.csv"], std::string("sid,account,source,document\r\nS-1-5-21-2,\"") + name +
+                                             "\",OpenSave,C:\\b.txt\r\n");
+    }
+}
+
 TEST_F(ReportCommandTest, WritesAFileForEachSource) {
     prepare = [](MemoryPlatform& machine) {
         machine.accountNames["S-1-5-21-2"] = {"ben, \"the\r\nsecond\""};

@@ -209,6 +209,15 @@ TEST_F(SplitterTest, ABoundOfZeroCounts) {
     splitter.SetControlMaxSize(1, 0);
     splitter.Resize();
     EXPECT_EQ(splitter.SplitterPosition(), 0);
+    splitter.SetControlMaxSize(1, -1);
+    splitter.SetControlMaxSize(2, 0);
+    splitter.Resize();
+    EXPECT_EQ(splitter.SplitterPosition(), 195);
+    splitter.SetControlMaxSize(2, -1);
+    splitter.SetControlMinSize(2, 0);
+    splitter.SetSplitterPosition(198);
+    splitter.Resize();
+    EXPECT_EQ(splitter.SplitterPosition(), 195);
 }
 
 TEST_F(SplitterTest, BothBoundsOfTheSecondLookAtTheRestBeforeEither) {
