@@ -261,9 +261,12 @@ TEST(SortKeysTest, PositiveNumbers) {
     EXPECT_EQ(NumberKey("9007199254740993"), NumberKey("9007199254740992")) << "what a double holds";
     EXPECT_EQ(NumberKey("0.1"), kZeros + ".100000000000000005551115123126") << "every decimal of the double";
     EXPECT_EQ(NumberKey("1e-40"), kZeros + "." + kZeros);
-    // 31 decimals, 2 to the power of -31 and its triple: the half goes to the even one.
-    EXPECT_EQ(NumberKey("4.656612873077392578125e-10"), kZeros + ".000000000465661287307739257812");
-    EXPECT_EQ(NumberKey("1.3969838619232177734375e-9"), kZeros + ".000000001396983861923217773438");
+    // One part and three parts of 2 to the power of 31, which have 31 decimals: the half goes to the even
+    // one.
+    EXPECT_EQ(NumberKey("1.0000000004656612873077392578125"),
+              kZeros.substr(1) + "1.000000000465661287307739257812");
+    EXPECT_EQ(NumberKey("1.0000000013969838619232177734375"),
+              kZeros.substr(1) + "1.000000001396983861923217773438");
 }
 
 TEST(SortKeysTest, ZeroAndNegativeNumbers) {
