@@ -3,7 +3,6 @@
 #include "platform/HostFiles.h"
 #include "platform/Paths.h"
 #include "platform/RuntimeError.h"
-#include "platform/Text.h"
 
 namespace ostrevin {
 
@@ -13,7 +12,7 @@ void ErrorLog::WriteLog(const std::string& text) {
     if (fileName_.empty()) {
         return;
     }
-    std::string line = PlainLine(text) + "\r\n";
+    std::string line = text + "\r\n";
     if (addDate_) {
         line.insert(0, platform_.DateToText(platform_.Now(), DateForm::General) + ", ");
     }

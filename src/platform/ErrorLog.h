@@ -19,7 +19,8 @@ class ErrorLog {
     [[nodiscard]] bool AddDate() const { return addDate_; }
     void SetAddDate(bool addDate) { addDate_ = addDate; }
 
-    /// Appends text, as PlainLine has it, and CR LF. Raises RuntimeError when the file cannot be written.
+    /// Appends text and CR LF. Raises RuntimeError when the file cannot be written. PlainLine makes one line
+    /// of text that comes from the evidence.
     void WriteLog(const std::string& text);
 
   private:

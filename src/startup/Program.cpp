@@ -65,7 +65,7 @@ void Program::LoadAccounts() {
     splash.Refresh();
     const auto note = [this](const std::string& line) {
         try {
-            errorLog_->WriteLog(line);
+            errorLog_->WriteLog(PlainLine(line));
         } catch (const RuntimeError&) {  // NOLINT(bugprone-empty-catch)
             // A log that cannot be written must not cost the user the window.
         }

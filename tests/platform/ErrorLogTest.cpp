@@ -56,12 +56,6 @@ TEST_F(ErrorLogTest, PutsTheDateInFront) {
     EXPECT_EQ(folder.Read("error.log"), "8/4/2009 12:00:00 PM, abc\r\n");
 }
 
-TEST_F(ErrorLogTest, ALineStaysOneLine) {
-    ErrorLog log(platform);
-    log.WriteLog("S-1\r\nforged\x1B]0;x\u009B2J\u202E");
-    EXPECT_EQ(folder.Read("error.log"), "S-1??forged?]0;x?2J?\r\n");
-}
-
 TEST_F(ErrorLogTest, IsNotHeldOpen) {
     ErrorLog log(platform);
     log.WriteLog("one");

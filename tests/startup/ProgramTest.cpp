@@ -185,5 +185,25 @@ TEST_F(ProgramTest, LogsASourceThatIsNotReadToItsEnd) {
     EXPECT_NE(folder.Read("error.log").find("S-1-5-21-1"), std::string::npos);
 }
 
+TEST_F(ProgramTest, WhatItLogsOfTheEvidenceStaysOneLine) {
+    const std::string sid = "S-2\r\nforged\x1B]0;x\u009B2J\u202E";
+    platform.Root(kLocalMachine)
+        .Key("SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\ProfileList\\" + sid)
+        .SetText("ProfileImagePath", "C:\\Documents and Settings\\ben");
+    std::array<std::byte, 16> tooSmall{};
+    tooSmall[7] = std::byte{0x80};
+    platform.Root(kUsers)
+        .Key(sid +
+             "\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\UserAssist\\"
+             "{75048700-EF1F-11D0-9888-006097DEACF9}\\Count")
+        .SetData("HRZR_EHACNGU:P:\\n.rkr", kRegBinary, tooSmall);
+    Program program(platform, toolkit);
+    program.Main();
+    program.Accounts()->UserAssist(1);
+    const std::string log = folder.Read("error.log");
+    EXPECT_NE(log.find("S-2??forged?]0;x?2J?"), std::string::npos) << log;
+    EXPECT_EQ(log.find('\r'), log.size() - 2) << "one line";
+}
+
 }  // namespace
 }  // namespace ostrevin
