@@ -55,6 +55,33 @@ TEST(HiveCost, OfALargeHiveIsThatOfItsUsedParts) {
     }
 }
 
+/// Tells whether it is still open.
+class NotedFile : public SparseFile {
+  public:
+    NotedFile(std::vector<std::byte> bytes, std::uint64_t size, bool& isOpen)
+        : SparseFile(std::move(bytes), size), isOpen_(isOpen) {
+        isOpen_ = true;
+    }
+    NotedFile(const NotedFile&) = delete;
+    NotedFile& operator=(const NotedFile&) = delete;
+    ~NotedFile() override { isOpen_ = false; }
+
+  private:
+    bool& isOpen_;
+};
+
+TEST(HiveCost, OfASmallHiveIsNoOpenFile) {
+    const std::vector<std::byte> bytes = WriteHive(SmallHive(), {});
+    const std::string expected = Dump(*OpenHive(bytes));
+    bool isOpen = false;
+    const auto small = Hive::Open(std::make_unique<NotedFile>(bytes, bytes.size(), isOpen), {});
+    EXPECT_FALSE(isOpen);
+    EXPECT_EQ(Dump(*small), expected);
+    const auto large = Hive::Open(std::make_unique<NotedFile>(bytes, 5U << 20U, isOpen), {});
+    EXPECT_TRUE(isOpen);
+    EXPECT_EQ(Dump(*large), expected);
+}
+
 TEST(HiveCost, OfRecoveryIsThatOfThePagesInTheLog) {
     constexpr std::uint32_t kSize = 500U << 20U;
     HiveBytes bytes(WriteHive(SmallHive(), {}));

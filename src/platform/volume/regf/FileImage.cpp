@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 #include <new>
+#include <tuple>
 
 namespace ostrevin::regf {
 namespace {
@@ -68,6 +69,10 @@ bool FileImage::GrowTo(std::size_t size) {
     }
     size_ = std::max(size_, size);
     return true;
+}
+
+void FileImage::ReadAll() {
+    std::ignore = At(0, size_);
 }
 
 void FileImage::Forget() {

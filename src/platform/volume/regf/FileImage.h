@@ -39,6 +39,8 @@ class FileImage {
     void Write(std::size_t at, Bytes content);
     /// Appends zeros; false when that is more than the image can grow.
     [[nodiscard]] bool GrowTo(std::size_t size);
+    /// Reads all that was not read yet; the image needs the file no more.
+    void ReadAll();
     /// Makes the image what the file is.
     void Forget();
 

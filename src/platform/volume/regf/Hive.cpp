@@ -11,6 +11,9 @@
 namespace ostrevin::regf {
 namespace {
 
+/// A hive of up to so many bytes is read at once, and its file does not stay open.
+constexpr std::size_t kSmallHive = std::size_t{1} << 20U;
+
 /// The base block as it stands; throws unless it is that of a hive which can be read.
 BaseBlock UsableBaseBlock(const FileImage& primary) {
     if (primary.Size() < BaseBlock::kFieldsSize) {
@@ -78,6 +81,10 @@ std::unique_ptr<Hive> Hive::Open(std::unique_ptr<InputFile> primary, const Logs&
     }
     if (!HasRootKey(*image, baseBlock)) {
         throw HiveError("The registry hive is damaged: it has no root key.");
+    }
+    if (image->Size() <= kSmallHive) {
+        image->ReadAll();
+        primary.reset();
     }
     std::unique_ptr<Hive> hive(new Hive(std::move(primary), std::move(image), baseBlock, onTrouble));
     hive->hadDamagedBaseBlock_ = !isSound;

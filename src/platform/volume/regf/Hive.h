@@ -104,8 +104,8 @@ class Hive {
   public:
     using OnTrouble = std::function<void(Trouble)>;
 
-    /// Takes a primary file, which is read as long as the hive lives; a dirty one is recovered in memory from
-    /// its logs. Throws HiveError. Trouble may be told more than once.
+    /// Takes a primary file. A large one is read as long as the hive lives, a small one at once; a dirty one
+    /// is recovered in memory from its logs. Throws HiveError. Trouble may be told more than once.
     static std::unique_ptr<Hive> Open(std::unique_ptr<InputFile> primary, const Logs& logs,
                                       const OnTrouble& onTrouble = {});
     ~Hive();
