@@ -1,8 +1,4 @@
 // Documents: any bytes are judged without harm and by reading little; what deflated data holds is bounded.
-//
-// The first byte of an input picks the ending of the name.
-
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -10,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "fuzz/DocumentInput.h"
 #include "platform/volume/documents/DocumentKind.h"
 #include "platform/volume/documents/Inflate.h"
 
@@ -47,13 +44,12 @@ class InputBytes final : public InputFile {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    constexpr std::array kNames = {"a.docx", "a.odt", "a.doc", "a.xls", "a.txt", "a.mp3", "a.ppm", "a.bmp"};
     if (size == 0) {
         return 0;
     }
     const std::string_view bytes(reinterpret_cast<const char*>(data + 1), size - 1);
     InputBytes file(bytes);
-    const Verdict verdict = Judge(kNames.at(data[0] % kNames.size()), file);
+    const Verdict verdict = Judge(fuzz::kDocumentNames.at(data[0] % fuzz::kDocumentNames.size()), file);
     Require(verdict != Verdict::OtherName);
     // A chain of 1,024 sectors of 4,096 bytes, and the way to each by as many numbers.
     Require(file.BytesRead() < 12'000'000);

@@ -98,12 +98,11 @@ void VolumeRegistry::Mount(KeyHandle root, const std::string& name, const std::s
     AddMount(root, {name, file});
 }
 
-void VolumeRegistry::AddMount(KeyHandle root, MountPoint mount) {
+void VolumeRegistry::AddMount(KeyHandle root, const MountPoint& mount) {
     if (std::optional<std::string> place = files_.HostPath(mount.file)) {
         mountedFiles_.insert(std::move(*place));
     }
-    std::string name = UpperCase(mount.name);
-    mounts_.try_emplace({root, std::move(name)}, std::move(mount));
+    mounts_.try_emplace({root, UpperCase(mount.name)}, mount);
 }
 
 std::optional<regf::Key> VolumeRegistry::Find(KeyHandle root, std::string_view path) {

@@ -90,7 +90,7 @@ class VolumeRegistry {
     };
 
     /// Mounts a file unless there is something of that name.
-    void AddMount(KeyHandle root, MountPoint mount);
+    void AddMount(KeyHandle root, const MountPoint& mount);
     OpenKey* Lookup(KeyHandle handle, std::int32_t& result);
     std::optional<Node> Resolve(KeyHandle root);
     std::optional<Node> Descend(Node node, std::string_view path);
