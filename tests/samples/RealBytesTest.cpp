@@ -91,7 +91,8 @@ TEST(RealBytesTest, KeyNode) {
     root.Key("4500").SetBinary("a", Bytes(20));
     const Bytes hive = WriteHive(root, {.minorVersion = 3, .lastWritten = 0x01D29627DDF0F220});
     constexpr std::string_view kName = "4500";
-    const auto name = std::ranges::search(hive, std::as_bytes(std::span(kName))).begin();
+    const auto bytes = std::as_bytes(std::span(kName));
+    const auto name = std::search(hive.begin(), hive.end(), bytes.begin(), bytes.end());
     const auto node = std::span(hive).subspan(static_cast<std::size_t>(name - hive.begin()) - 76, 80);
     const auto part = [&](std::size_t at, std::size_t size) { return Hex(node.subspan(at, size)); };
     EXPECT_EQ(part(0, 16), "6e6b200020f2f0dd2796d20100000000");  // name of one byte a character, time

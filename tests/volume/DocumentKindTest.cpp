@@ -98,9 +98,10 @@ TEST(DocumentKind, NoKindIsOpenedUnderAnothersName) {
         for (const auto& [other, otherBytes] : Documents()) {
             const bool related =
                 ending == other ||
-                std::any_of(Families().begin(), Families().end(), [&](const std::set<std::string>& family) {
-                    return family.contains(ending) && family.contains(other);
-                });
+                std::any_of(Families().begin(), Families().end(),
+                            [&ending = ending, &other = other](const std::set<std::string>& family) {
+                                return family.contains(ending) && family.contains(other);
+                            });
             EXPECT_TRUE(related || JudgeBytes("a." + other, bytes) != Verdict::Document)
                 << ending << " under the name of " << other;
         }
