@@ -125,12 +125,17 @@ class Reporter {
     bool complete_ = true;
 };
 
-/// Whether all of it could be written.
+/// Whether all of it could be read and written.
 bool WriteReport(const ReportRequest& request, Platform& platform, std::ostream& output,
                  std::ostream& errors) {
     const auto tell = [&](const std::string& line) { TellError(errors, line); };
-    AccountList accounts(
-        platform, {GetLoggedOnUserName(platform), [&] { return GetLoggedOnUserName(platform); }, tell, tell});
+    bool complete = true;
+    const auto tellShortage = [&](const std::string& line) {
+        tell(line);
+        complete = false;
+    };
+    AccountList accounts(platform, {GetLoggedOnUserName(platform),
+                                    [&] { return GetLoggedOnUserName(platform); }, tell, tellShortage});
     if (!accounts.LoadAccountSIDSFromRegistry()) {
         throw std::runtime_error(SubjectOf(request) + ": its registry has no list of profiles");
     }
@@ -140,7 +145,7 @@ bool WriteReport(const ReportRequest& request, Platform& platform, std::ostream&
     if (!output.flush()) {
         throw std::runtime_error("standard output: cannot be written");
     }
-    return reporter.Complete();
+    return complete && reporter.Complete();
 }
 
 }  // namespace

@@ -213,8 +213,9 @@ TEST_F(CostTest, WhatDoesNotFitIntoMemoryCostsItsAccountAlone) {
     std::ostringstream output;
     std::ostringstream errors;
     largestAllocation = 3 * kMegabyte;
-    RunReport({"--format", "jsonl", volume_.folder.Utf8Path()}, {open, {}}, output, errors);
+    const int code = RunReport({"--format", "jsonl", volume_.folder.Utf8Path()}, {open, {}}, output, errors);
     largestAllocation = std::numeric_limits<std::size_t>::max();
+    EXPECT_EQ(code, kReportCannot);
     EXPECT_THAT(output.str(), HasSubstr("http://anna/"));
     EXPECT_THAT(output.str(), HasSubstr("http://carol.CORP/")) << "an account behind it";
     lines.push_back(errors.str());
