@@ -140,9 +140,12 @@ std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::s
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace ostrevin::fuzz;
     const auto parts = HiveParts(std::span(data, size));
+    ostrevin::regf::Logs logs;
+    logs.log = FileOf(parts[kLog]);
+    logs.log1 = FileOf(parts[kLog1]);
+    logs.log2 = FileOf(parts[kLog2]);
     try {
-        const auto hive = Hive::Open(FileOf(parts[kPrimary]),
-                                     {FileOf(parts[kLog]), FileOf(parts[kLog1]), FileOf(parts[kLog2])});
+        const auto hive = Hive::Open(FileOf(parts[kPrimary]), logs);
         Reading(*hive).Run();
     } catch (const HiveError&) {
         return 0;

@@ -83,8 +83,8 @@ class MountsTest : public OutputFilesTest {
         }
     }
     void TearDown() override {
-        for (auto place = places_.rbegin(); place != places_.rend(); ++place) {
-            umount2(place->c_str(), MNT_DETACH);
+        for (; !places_.empty(); places_.pop_back()) {
+            umount2(places_.back().c_str(), MNT_DETACH);
         }
     }
     void Bind(const std::string& what, const std::string& where) {
