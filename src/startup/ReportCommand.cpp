@@ -1,6 +1,7 @@
 #include "startup/ReportCommand.h"
 
 #include <exception>
+#include <new>
 #include <set>
 
 #include "accounts/AccountList.h"
@@ -89,11 +90,17 @@ class Reporter {
             try {
                 // A name that comes from the evidence costs no file that is there.
                 WriteHtml(index, InOutput(name), Existing::Keep);
+            } catch (const std::bad_alloc& failure) {
+                Miss(InOutput(name) + ": " + FailureText(failure));
             } catch (const std::exception& failure) {
-                TellError(errors_, failure.what());
-                complete_ = false;
+                Miss(failure.what());
             }
         }
+    }
+    /// Goes on without one of several reports.
+    void Miss(const std::string& why) {
+        TellError(errors_, why);
+        complete_ = false;
     }
     void WriteHtml(std::int32_t index, const std::string& file, Existing existing) {
         SilentClient client(request_.sections);

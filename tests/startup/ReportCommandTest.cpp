@@ -2,6 +2,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
+#include <new>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -30,6 +31,12 @@ class Machine : public MemoryPlatform {
             const MemoryFile& file = *Find(std::string(kOut) + "\\" + entry.name);
             files_[entry.name].assign(reinterpret_cast<const char*>(file.bytes.data()), file.bytes.size());
         }
+    }
+    std::unique_ptr<OutputFile> CreateOutputFile(const std::string& path, Existing existing) override {
+        if (path.find("starving") != std::string::npos) {
+            throw std::bad_alloc();
+        }
+        return MemoryPlatform::CreateOutputFile(path, existing);
     }
 
   private:
@@ -283,6 +290,13 @@ TEST_F(ReportCommandTest, AFileThatIsThereIsKeptAndCostsItsAccountAlone) {
     EXPECT_NE(files["ben.htm"].find("C:\\b.txt"), std::string::npos)
         << "the later accounts have their reports";
     EXPECT_EQ(errors.str(), "ostrevin-report: File already exists: C:\\Out/anna.htm\n");
+}
+
+TEST_F(ReportCommandTest, AReportWithoutMemoryForItCostsItsAccountAlone) {
+    prepare = [](MemoryPlatform& machine) { machine.accountNames["S-1-5-21-1"] = {"starving"}; };
+    EXPECT_EQ(Run({"--format", "html", "--output", "C:\\Out", "volume"}), 1);
+    EXPECT_EQ(FileNames(), (Strings{"ben.htm"}));
+    EXPECT_EQ(errors.str(), "ostrevin-report: C:\\Out/starving.htm: There is not enough memory.\n");
 }
 
 TEST_F(ReportCommandTest, AFileThatAPersonNamedIsReplaced) {
