@@ -527,10 +527,3 @@ TEST_F(QtSelectionTest, WhateverIsDone) {
 
 }  // namespace
 }  // namespace ostrevin
-
-int main(int count, char** arguments) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(count, arguments);
-    ::testing::InitGoogleTest(&count, arguments);
-    return RUN_ALL_TESTS();
-}

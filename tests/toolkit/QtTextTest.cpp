@@ -305,10 +305,3 @@ TEST_F(QtTextTest, OfALongTextTheViewTakesNoMoreThanCanBeSeen) {
 
 }  // namespace
 }  // namespace ostrevin
-
-int main(int count, char** arguments) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(count, arguments);
-    ::testing::InitGoogleTest(&count, arguments);
-    return RUN_ALL_TESTS();
-}
